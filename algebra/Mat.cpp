@@ -1,0 +1,1 @@
+#include <znmt64/Mat.h>
