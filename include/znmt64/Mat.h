@@ -57,8 +57,9 @@ class ZNMT64_API Mat : public CObject {
   bool Is3D() const { return m_nRows == 3 && m_nCols == 1; }
   double* GetBuffer() const { return m_pData; }
 
-  // The matrix aliases p (or other's block) without owning it and never frees it; the previous
-  // block is not released either.
+  // The matrix aliases p (or other's block) without owning it and never frees it. A block the
+  // matrix allocated itself stays alive until the matrix replaces it or is destroyed, so a caller
+  // may attach foreign storage for a while and attach the old block back.
   void AttachStorage(double* p) { m_pData = p; }
   void Attach(Mat& other);
 
@@ -173,6 +174,14 @@ class ZNMT64_API Mat : public CObject {
   int m_nCols = 0;
   int m_nSize = 0;
   double* m_pData = nullptr;
+
+  // The block this matrix allocated and must free; m_pData differs from it only while the
+  // matrix aliases foreign storage.
+  double* m_pOwnedBlock = nullptr;
+
+ private:
+  double* Allocate(int n);  // replaces the owned block by n zeroed doubles and points at it
+  void Release();           // frees the owned block and forgets m_pData
 };
 
 ZNMT64_API Mat operator-(const Mat& a);
