@@ -1,0 +1,23 @@
+#!/usr/bin/env bash
+# Builds and runs every test: the release and the sanitizer builds, then a consumer project
+# built against the installed package.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+bash scripts/deps.sh
+
+for preset in release asan; do
+  echo "== $preset"
+  cmake --preset "$preset"
+  cmake --build --preset "$preset"
+  ctest --preset "$preset"
+done
+
+echo "== installed package"
+prefix="$PWD/build/release-install"
+rm -rf "$prefix" build/consumer
+cmake --install build/release --prefix "$prefix"
+cmake -S examples/consumer -B build/consumer -G Ninja -DCMAKE_PREFIX_PATH="$prefix"
+cmake --build build/consumer
+build/consumer/znmt64_consumer
+PKG_CONFIG_PATH="$prefix/lib/pkgconfig" pkg-config --exists znmt64
+echo "all tests passed"
