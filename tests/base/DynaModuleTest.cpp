@@ -1,0 +1,60 @@
+#include <znbl64/DynaModule.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr GUID kIidProbe = {0x1, 0x2, 0x3, {4, 5, 6, 7, 8, 9, 10, 11}};
+
+// A sibling module answering command 7 and handing out an interface for kIidProbe.
+class FakeQuadrics : public DynaModule {
+ public:
+  FakeQuadrics() : DynaModule(&DMID_QUADR, eConfigServer) {}
+  int executed = 0, handedOut = 0;
+
+ protected:
+  HRESULT OnExecute(QC& qc) override {
+    ++executed;
+    if (qc.m_nCommand != 7) return E_INVALIDARG;
+    *static_cast<double*>(qc.m_apArg[0]) *= *static_cast<double*>(qc.m_pSubject);
+    return S_OK;
+  }
+  HRESULT OnGetInterface(QC& qc) override {
+    if (qc.m_iid != kIidProbe) return E_NOINTERFACE;
+    qc.m_pInterface = &handedOut;
+    return S_OK;
+  }
+};
+
+}  // namespace
+
+TEST(DynaModule, RoutesToTheRegisteredTarget) {
+  DynaModule matr(&DMID_MATR, DynaModule::eConfigClient);
+  ASSERT_TRUE(matr.IsRegistered());
+  double subject = 3.0, arg = 1.5;
+  QC qc(DMID_QUADR, 7, &subject);
+  qc.m_apArg[0] = &arg;
+  QC ask(DMID_QUADR, kIidProbe, &subject, 7);
+  {
+    FakeQuadrics quadr;
+    FakeQuadrics twin;  // a second module of the identifier does not take it over
+    EXPECT_FALSE(twin.IsRegistered());
+    EXPECT_EQ(matr.Execute(qc), S_OK);
+    EXPECT_EQ(arg, 4.5);
+    QC other(DMID_QUADR, 8);
+    EXPECT_EQ(matr.Execute(other), E_INVALIDARG);  // the target's own status comes back
+    EXPECT_EQ(quadr.executed, 2);
+    EXPECT_EQ(twin.executed, 0);
+    EXPECT_EQ(matr.GetInterface(ask), S_OK);
+    EXPECT_EQ(ask.m_pInterface, &quadr.handedOut);
+  }
+  ask.m_pInterface = nullptr;
+  EXPECT_EQ(matr.Execute(qc), DM_E_NOTLOADED);  // unloaded with its object
+  EXPECT_EQ(matr.GetInterface(ask), DM_E_NOTLOADED);
+  EXPECT_EQ(ask.m_pInterface, nullptr);
+
+  DynaModule local(&DMID_GEOM, DynaModule::eConfigLocal);
+  EXPECT_EQ(DynaModule::Find(DMID_GEOM), nullptr);
+  QC self(DMID_MATR, 1);
+  EXPECT_EQ(local.Execute(self), DM_E_NOTHANDLED);  // a client answers nothing
+}
