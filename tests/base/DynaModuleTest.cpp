@@ -9,7 +9,7 @@ constexpr GUID kIidProbe = {0x1, 0x2, 0x3, {4, 5, 6, 7, 8, 9, 10, 11}};
 // A sibling module answering command 7 and handing out an interface for kIidProbe.
 class FakeQuadrics : public DynaModule {
  public:
-  FakeQuadrics() : DynaModule(&DMID_QUADR, eConfigServer) {}
+  explicit FakeQuadrics(EConfiguration config = eConfigServer) : DynaModule(&DMID_QUADR, config) {}
   int executed = 0, handedOut = 0;
 
  protected:
@@ -53,8 +53,9 @@ TEST(DynaModule, RoutesToTheRegisteredTarget) {
   EXPECT_EQ(matr.GetInterface(ask), DM_E_NOTLOADED);
   EXPECT_EQ(ask.m_pInterface, nullptr);
 
+  FakeQuadrics client(DynaModule::eConfigClient);  // registered, but answers nothing
   DynaModule local(&DMID_GEOM, DynaModule::eConfigLocal);
   EXPECT_EQ(DynaModule::Find(DMID_GEOM), nullptr);
-  QC self(DMID_MATR, 1);
-  EXPECT_EQ(local.Execute(self), DM_E_NOTHANDLED);  // a client answers nothing
+  EXPECT_EQ(local.Execute(qc), DM_E_NOTHANDLED);
+  EXPECT_EQ(client.executed, 0);
 }

@@ -44,7 +44,7 @@ TEST(Range, MultiMergesAndCuts) {
   m.Add(RangeR1(0.0, 1.0));
   m.Add(RangeR1(3.0, 2.0));  // empty: ignored
   m.Add(RangeR1(8.0, 9.0));
-  m.Add(RangeR1(1.0, 5.5));  // touches the first, overlaps the second
+  m.Add(RangeR1(1.0, 5.0));  // touches the first and the second
   ASSERT_EQ(m.GetCount(), 2);
   EXPECT_EQ(m.GetAt(0).max, 6.0);
   EXPECT_EQ(m.GetLength(), 7.0);

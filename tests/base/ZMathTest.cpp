@@ -22,7 +22,7 @@ TEST(ZMath, RoundAndCeilN) {
   EXPECT_EQ(zRound(-1e300), INT_MIN);
   EXPECT_EQ(zCeilN(1.01, 0.25), 5);
   EXPECT_EQ(zCeilN(0.3, 0.1), 3);
-  EXPECT_EQ(zCeilN(0.9, 0.3), 3);  // the quotient is 3.0000000000000004
+  EXPECT_EQ(zCeilN(2.1, 0.7), 3);  // the quotient is 3.0000000000000004
   EXPECT_EQ(zCeilN(0.1, 1.0), 1);
   EXPECT_EQ(zCeilN(-1.0, 1.0), 0);
   EXPECT_EQ(zCeilN(1.0, 0.0), 0);

@@ -5,8 +5,7 @@
 
 namespace {
 
-// Built on first use, so it exists before the first module object of any library registers, and
-// is destroyed after the last of them.
+// Built on first use, by the first module object of any library, and so destroyed after the last.
 std::vector<DynaModule*>& Registry() {
   static std::vector<DynaModule*> modules;
   return modules;
@@ -16,8 +15,10 @@ std::vector<DynaModule*>& Registry() {
 
 DynaModule::DynaModule(const GUID* id, EConfiguration config)
     : m_guidId(id != nullptr ? *id : GUID_NULL), m_eConfig(config) {
-  if (config != eConfigLocal && m_guidId != GUID_NULL && Find(m_guidId) == nullptr)
-    Registry().push_back(this);
+  // Touched by every module object, registered or not, so that the registry outlives them all:
+  // each destructor looks into it.
+  std::vector<DynaModule*>& modules = Registry();
+  if (config != eConfigLocal && m_guidId != GUID_NULL && Find(m_guidId) == nullptr) modules.push_back(this);
 }
 
 DynaModule::~DynaModule() { std::erase(Registry(), this); }

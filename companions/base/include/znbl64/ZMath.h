@@ -14,7 +14,7 @@ ZNBL64_API double zModulod(double value, double modulus, double tolerance);
 ZNBL64_API int zRound(double value);
 
 // Number of steps of size step that cover length, rounded up. A length within 1e-10 steps of an
-// exact multiple counts as that multiple: 0.3 by 0.1 is 3 steps, and 0.9 by 0.3 is 3, not the 4
+// exact multiple counts as that multiple: 0.3 by 0.1 is 3 steps, and 2.1 by 0.7 is 3, not the 4
 // that the quotient 3.0000000000000004 would round up to. 0 for a length that is not positive or
 // a step that is not positive; saturates at the int range.
 ZNBL64_API int zCeilN(double length, double step);
