@@ -118,51 +118,78 @@ class ZNMT64_API Mat : public CObject {
   void Error(const char* msg) const;
 
   // ---- arithmetic --------------------------------------------------------------------------
+  // Shapes are generally not compared (callers rely on that), but nothing here reads or writes past
+  // the elements the block really holds: m_nSize, or none when there is no block. Elements the block
+  // does not hold read as 0 and are not written.
+  int HeldSize() const { return m_pData != nullptr && m_nSize > 0 ? m_nSize : 0; }
+
+  // Flat, over m_nSize elements, in place; shapes are not compared.
   void operator+=(double v);
   void operator*=(double v);
   void operator+=(const Mat& b);
   void operator-=(const Mat& b);
-  double Prod(const Mat& b) const;
+  double Prod(const Mat& b) const;  // dot product of the flat sequences
   double SquareNorm() const;
-  double Norm() const;
+  double Norm() const;  // Frobenius; the Euclidean norm of a vector
   double NormInf() const;
-  bool Normalize(double eps);
+  bool Normalize(double eps);  // false, matrix unchanged, when the norm is at most eps
   bool IsOrtho(const Mat& b, double eps) const;
   bool IsUnitary(double eps) const;
   bool IsUnitary() const { return IsUnitary(1e-10); }
 
+  // Both throw a CMatrExeption by pointer on different shapes, with the same text naming
+  // operator+ (callers match it).
   Mat operator+(const Mat& b) const;
   Mat operator-(const Mat& b) const;
+  // The inner count is b's row count and is not compared with this matrix's column count.
   Mat operator*(const Mat& b) const;
-  Mat operator*(const SMat& v) const;
-  void operator*=(const Mat& b);
+  Mat operator*(const SMat& v) const;  // v as a 3×1 matrix
+  void operator*=(const Mat& b);       // re-shapes this matrix to the product's shape
 
+  // this = a · b; a and b may be this matrix. The shape becomes a.rows × b.cols but the block is
+  // not re-allocated: callers size it first.
   void Mult(const Mat& a, const Mat& b);
+  // this = a · this and this = this · b, keeping this matrix's shape: meant for square a and b.
   void MultLeft(const Mat& a);
   void MultRight(const Mat& b);
 
   void Transpose();
+  // Sum of (0,0), (1,1), (2,2) only, whatever the size: the rotation part of a 4×4 transform.
   double Tr() const;
   bool IsIdentity(double eps) const;
   bool IsIdentity() const { return IsIdentity(1e-10); }
+  // Chosen by the column count alone: 1, 2 and 3 columns use their closed forms on the first flat
+  // elements (a 3×2 matrix gets a 2×2 determinant), more go through LUDecompose of a copy.
   double Det() const;
+  // False only when a row is exactly zero; a nearly singular matrix gives a huge inverse.
   bool GetInverse(Mat& inv);
-  bool Invert();
+  bool Invert();  // false and unchanged when GetInverse fails
+  // [R t; 0 1] becomes [Rᵀ −Rᵀt; 0 1] in place; orthogonality is not checked.
   void OrthogonalInverse();
+  // The rotation by angle about axis (flat elements 1 … 3, not normalised), embedded top-left.
   void FindRotation(double angle, const Mat& axis);
   void GetAnyNonCollinear(Mat& out) const;
-  int FindNonZeroRow() const;
+  int FindNonZeroRow() const;  // 0-based, -1 when every row is zero
   bool IsInteger();
   double Dist(const Mat& b) const;
 
+  // Norm equal to len within 1e-10; a zero len tests the squared norm against 1e-10.
   bool operator==(double len);
+  // For a non-zero len the norm is compared with len exactly, so a norm within 1e-10 of len but
+  // not equal to it satisfies both == and !=. Callers rely on it.
   bool operator!=(double len);
-  bool operator==(const Mat& b) const;
-  bool operator!=(const Mat& b) const;
+  bool operator==(const Mat& b) const;  // EqualsTo
+  bool operator!=(const Mat& b) const;  // !(b == *this)
 
-  // ---- linear systems (1-based numerical routines over this matrix's block) ------------------
+  // ---- linear systems (1-based numerical routines over this matrix's block, NRCUtil.h) --------
+  // In place: L below the diagonal (unit diagonal implied), U on and above it, of the row-permuted
+  // matrix; indx[1 … n] the row exchanged at each step, d +1 or -1 by the parity of exchanges.
+  // False only for an exactly zero row (nothing is changed then); a zero pivot becomes 1e-20.
   bool LUDecompose(int* indx, double& d);
+  // rhs receives x of this · x = rhs. A 2-row matrix is solved by Cramer's rule and left as it is;
+  // otherwise this matrix is left holding its LU factors.
   void Solve(Mat& rhs);
+  // One solution of the equation row 1 · x = rhs; false, with x = e1, when row 1 is zero.
   bool GetAnySolution(double rhs, Mat& x) const;
 
   // ---- raw matrix files --------------------------------------------------------------------
