@@ -9,3 +9,4 @@ extern std::string g_outputDir;
 inline void Section(const char* title) { std::printf("\n== %s\n", title); }
 
 void DemoMatrices();
+void DemoSolver();

@@ -10,5 +10,6 @@ int main(int argc, char** argv) {
   theMatrState.StartMatrLib();
   std::printf("znmt64 demo (library started: %s)\n", theMatrState.m_bStarted ? "yes" : "no");
   DemoMatrices();
+  DemoSolver();
   return 0;
 }
