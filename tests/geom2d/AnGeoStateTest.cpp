@@ -1,0 +1,135 @@
+#include <znag64/AnGeoState.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+// A section filled the way the 3D line's debug dump fills one: four vertices (the two arrow-head
+// ones coincide) strung by the index list 0, 1, 2, 1, 3.
+ISection* MakeArrow(const char* caption) {
+  ISection* sec = nullptr;
+  IVertexArray* v = nullptr;
+  IIndexArray* ix = nullptr;
+  AnGeoState::GetGenerator()->CreateObject(AnGeoGenerator::eSection, IID_ISection,
+                                           reinterpret_cast<void**>(&sec));
+  sec->QueryInterface(IID_IVertexArray, reinterpret_cast<void**>(&v));
+  sec->QueryInterface(IID_IIndexArray, reinterpret_cast<void**>(&ix));
+  const double x[4] = {0.0, 2.0, 0.9, 0.9};
+  for (int i = 0; i < 4; ++i)
+    for (int a = 0; a < 3; ++a) v->SetCoord(i, a, a == 0 ? x[i] : 0.0);
+  const LONG idx[5] = {0, 1, 2, 1, 3};
+  for (int k = 0; k < 5; ++k) ix->SetEntry(k, idx[k]);
+  sec->SetCaption(caption);
+  v->Release();
+  ix->Release();
+  return sec;
+}
+
+// Any component object that is not a section.
+struct Plain : IUnknown {
+  ULONG n = 1;
+  HRESULT QueryInterface(REFIID, void** ppv) override {
+    *ppv = nullptr;
+    return E_NOINTERFACE;
+  }
+  ULONG AddRef() override { return ++n; }
+  ULONG Release() override { return --n; }
+};
+
+}  // namespace
+
+TEST(AnGeoState, StartsOnce) {
+  InitAnGeoDll();
+  InitAnGeoDll();
+  EXPECT_EQ(AnGeoStartCount(), 1);
+}
+
+TEST(AnGeoState, GeneratorMakesSections) {
+  void* p = &p;
+  EXPECT_EQ(AnGeoState::GetGenerator()->CreateObject(3, IID_ISection, &p), E_INVALIDARG);
+  EXPECT_EQ(p, nullptr);
+  EXPECT_EQ(AnGeoState::GetGenerator()->CreateObject(9, GUID_NULL, &p), E_NOINTERFACE);
+  EXPECT_EQ(AnGeoState::GetGenerator()->CreateObject(9, IID_ISection, nullptr), DISP_E_PARAMNOTOPTIONAL);
+
+  ISection* sec = MakeArrow("CLineal 0000abcd");
+  int n = 0;
+  sec->GetStripCount(&n);
+  EXPECT_EQ(n, 1);
+  double len = 0, lo[3], hi[3];
+  sec->GetLength(&len);
+  EXPECT_DOUBLE_EQ(len, 2.0 + 3 * 1.1);
+  const double move[12] = {1, 0, 0, 1, 0, 1, 0, 2, 0, 0, 1, 3};
+  sec->Transform(move);
+  EXPECT_EQ(sec->GetBox(lo, hi), S_OK);
+  EXPECT_EQ(lo[1], 2.0);
+  EXPECT_EQ(hi[0], 3.0);
+  char buf[8];
+  EXPECT_EQ(sec->GetCaption(buf, sizeof buf), S_FALSE);
+  EXPECT_STREQ(buf, "CLineal");
+
+  // A gap in the index list is filled with -1 and breaks the polyline; a lone entry draws nothing.
+  IIndexArray* ix = nullptr;
+  sec->QueryInterface(IID_IIndexArray, reinterpret_cast<void**>(&ix));
+  EXPECT_EQ(ix->SetEntry(7, 3), S_OK);
+  EXPECT_EQ(ix->SetEntry(-1, 0), E_INVALIDARG);
+  ix->SetEntry(2, -1);
+  sec->GetStripCount(&n);
+  EXPECT_EQ(n, 2);  // 0-1 and 1-3
+  EXPECT_EQ(ix->Release(), 1u);
+  sec->Clear();
+  EXPECT_EQ(sec->GetBox(lo, hi), S_FALSE);
+  EXPECT_EQ(sec->Release(), 0u);
+}
+
+TEST(AnGeoState, DebuggerRecordsAndWritesSvg) {
+  Dbg3D& dbg = *AnGeoState::GetDbg();
+  dbg.Clear();
+  ISection* sec = MakeArrow("CLineal 0000abcd");
+  Plain plain;
+  EXPECT_EQ(dbg.Show(sec), S_OK);
+  AnGeoState::Set3DPush(false);
+  EXPECT_EQ(dbg.Show(sec, 65535, 1), S_OK);
+  AnGeoState::Set3DPush(true);
+  EXPECT_EQ(dbg.Show(&plain), S_OK);
+  EXPECT_TRUE(AnGeoState::PopStream());
+  EXPECT_TRUE(AnGeoState::PopStream());
+  EXPECT_FALSE(AnGeoState::PopStream());
+  EXPECT_EQ(dbg.Show(nullptr), E_POINTER);
+  EXPECT_EQ(plain.n, 1u);  // the debugger keeps no reference
+  sec->SetCaption("changed after showing");
+  EXPECT_EQ(sec->Release(), 0u);  // the records are copies
+
+  ASSERT_EQ(dbg.m_items.size(), 3u);
+  const Dbg3D::Item& a = dbg.m_items[0];
+  EXPECT_EQ(a.data.caption, "CLineal 0000abcd");
+  EXPECT_EQ(a.data.idx, (std::vector<LONG>{0, 1, 2, 1, 3}));
+  EXPECT_EQ(a.data.xyz[3], 2.0);
+  EXPECT_TRUE(a.b3D && a.bSection && !dbg.m_items[1].b3D && !dbg.m_items[2].bSection);
+  EXPECT_EQ(dbg.m_items[2].nStream, dbg.m_items[1].nStream + 1);
+
+  ISection* amp = MakeArrow("a&b<c>");
+  dbg.Show(amp);
+  amp->Release();
+  const char* env = std::getenv("ZNMT64_TEST_TMP");
+  const std::filesystem::path dir = env && *env ? env : std::filesystem::temp_directory_path();
+  const std::filesystem::path file = dir / "znag64_debugger.svg";
+  std::filesystem::remove(file);
+  ASSERT_TRUE(dbg.WriteSvg(file.c_str()));
+  std::stringstream ss;
+  ss << std::ifstream(file).rdbuf();
+  const std::string svg = ss.str();
+  EXPECT_NE(svg.find(">CLineal 0000abcd</text>"), std::string::npos);
+  EXPECT_NE(svg.find(">a&amp;b&lt;c&gt;</text>"), std::string::npos);
+  EXPECT_NE(svg.find("<polygon"), std::string::npos);            // the filled one
+  EXPECT_NE(svg.find("stroke=\"#ffff00\""), std::string::npos);  // 65535: red and green
+  // The flat stream's top view keeps x: its arrow runs from x 0 to x 2 on the picture.
+  EXPECT_NE(svg.find("points=\"0,0 2,0 0.9,0 2,0 0.9,0 \""), std::string::npos);
+  EXPECT_NE(svg.find("</svg>"), std::string::npos);
+  EXPECT_FALSE(dbg.WriteSvg((dir / "no such dir" / "x.svg").c_str()));
+  dbg.Clear();
+}
