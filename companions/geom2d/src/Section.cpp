@@ -91,8 +91,7 @@ class SectionObj final : public ISection, public IVertexArray, public IIndexArra
       for (size_t k = 1; k < strip.size(); ++k) {
         const double* a = m_d.GetVertex(strip[k - 1]);
         const double* b = m_d.GetVertex(strip[k]);
-        len += std::sqrt((b[0] - a[0]) * (b[0] - a[0]) + (b[1] - a[1]) * (b[1] - a[1]) +
-                         (b[2] - a[2]) * (b[2] - a[2]));
+        len += std::hypot(b[0] - a[0], b[1] - a[1], b[2] - a[2]);
       }
     return Out(pLength, len);
   }
