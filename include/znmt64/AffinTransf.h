@@ -1,8 +1,9 @@
 // AffinTransf: an affine map kept as a square linear part and a separate translation.
 // The family's other classes, Tensor3 and the stereographic point C, come with this header.
 #pragma once
-#include <znmt64/C.h>
 #include <znmt64/Config.h>
+
+#include <znmt64/C.h>
 #include <znmt64/MatSq.h>
 #include <znmt64/SMat.h>
 #include <znmt64/Tensor3.h>

@@ -16,7 +16,7 @@ class ZNMT64_API MatSq : public Mat {
   explicit MatSq(int n) : Mat(n, n) {}
   // 3×3 zeros with the three values placed as SetDiag places them (the third off the diagonal).
   MatSq(double a, double b, double c);
-  MatSq(const MatSq& m) : Mat(m) {}
+  MatSq(const MatSq&) = default;
   ~MatSq() override;
 
   using Mat::operator=;

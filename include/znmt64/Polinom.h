@@ -1,8 +1,9 @@
 // Polinom: a polynomial in one variable with real coefficients, held as a 1×(n+1) Mat whose flat
 // element k is the coefficient of x^k.
 #pragma once
-#include <znmt64/C.h>
 #include <znmt64/Config.h>
+
+#include <znmt64/C.h>
 #include <znmt64/Mat.h>
 
 class ZNMT64_API Polinom : public Mat {
@@ -10,7 +11,9 @@ class ZNMT64_API Polinom : public Mat {
   explicit Polinom(int n);  // the monic x^n
   // The coefficients are m's first row.
   explicit Polinom(const Mat& m);
-  Polinom(const Polinom& p) : Mat(p) {}
+  Polinom(const Polinom&) = default;
+  // Mat's assignment: an element copy into the existing shape.
+  Polinom& operator=(const Polinom&) = default;
   ~Polinom() override;
 
   int GetDegree() const { return m_nCols - 1; }

@@ -5,59 +5,41 @@
 
 namespace {
 
-std::vector<short> Entries(const Perm& p) { return std::vector<short>(p.m_pData, p.m_pData + p.m_nLen); }
 using V = std::vector<short>;
+V Entries(const Perm& p) { return V(p.m_pData, p.m_pData + p.m_nLen); }
 
 TEST(Perm, LengthsAndEmptyPlaces) {
   Perm p(4);
-  EXPECT_EQ(Entries(p), (V{0, 1, 2, 3}));
   EXPECT_EQ(p.GetFirstEmpty(-1), -1);
   p.SetLength(0);  // changes nothing, not even the length
-  EXPECT_EQ(p.m_nLen, 4);
+  EXPECT_EQ(Entries(p), (V{0, 1, 2, 3}));
   p.SetLength(2);  // keeps the first entries
   EXPECT_EQ(Entries(p), (V{0, 1}));
-  p.SetLength(4);
   p.Empty();
-  p[1] = 0;
-  EXPECT_EQ(p.GetFirstEmpty(-1), 0);
-  EXPECT_EQ(p.GetFirstEmpty(1), 2);
-  EXPECT_EQ(p.GetFirstEmpty(9), -1);
-  Perm none;
-  EXPECT_EQ(none.m_pData, nullptr);
+  p[0] = 1;
+  EXPECT_EQ(p.GetFirstEmpty(-1), 1);
+  EXPECT_EQ(p.GetFirstEmpty(2), -1);
 }
 
 TEST(Perm, CompositionAndInverseLaws) {
   const short ad[] = {1, 0, 2}, bd[] = {2, 1, 0}, cd[] = {2, 0, 1};
-  Perm a(3, ad), b(3, bd), c(3, cd), ab(3), inv;
+  Perm a(3, ad), b(3, bd), c(3, cd), ab(3), inv, id(3);
   ab.Prod(a, b);  // apply a, then b
   EXPECT_EQ(Entries(ab), (V{1, 2, 0}));
   c.GetInverse(inv);
   EXPECT_EQ(Entries(inv), (V{1, 2, 0}));
-  Perm id(3);
   id.Prod(c, inv);
   EXPECT_EQ(Entries(id), (V{0, 1, 2}));
-  c *= c;  // through a temporary, so the operand may be the permutation itself
-  EXPECT_EQ(Entries(c), (V{1, 2, 0}));
-  c.MultBySwap(1, 5);
+  c *= c;  // the operand may be the permutation itself
+  c.MultBySwap(1, 5);  // outside the permutation: nothing
   c.MultBySwap(-1, 0);
-  c.MultBySwap(2, 2);
   EXPECT_EQ(Entries(c), (V{1, 2, 0}));
-  c.MultBySwap(0, 2);
-  EXPECT_EQ(Entries(c), (V{0, 2, 1}));
-  Perm copy;
-  copy.Copy(c);
-  EXPECT_EQ(Entries(copy), Entries(c));
-  Perm holes(3);  // an empty place has no image: its inverse place keeps its value
-  holes[0] = -1;
-  holes.GetInverse(inv);
-  EXPECT_EQ(Entries(inv), (V{1, 1, 2}));
 }
 
 TEST(Perm, MovesShiftsAndSpreads) {
   Perm m(6);
   m.SetMove(0, 3, 2);
   EXPECT_EQ(Entries(m), (V{3, 4, 2, 0, 1, 5}));
-
   // Entries move by k in increasing order and the last stays: entry i gets old entry i mod k.
   for (short k : {2, 7, -3}) {
     Perm s(5);
@@ -67,52 +49,25 @@ TEST(Perm, MovesShiftsAndSpreads) {
   Perm s(5);
   s.ShiftCyclic(4);
   EXPECT_EQ(Entries(s), (V{0, 1, 2, 3, 0}));
-  s.ShiftCyclic(5);
-  EXPECT_EQ(Entries(s), (V{0, 1, 2, 3, 0}));
-
   Perm p(10);
   p.Spread(3);  // step 3, offset 2
   EXPECT_EQ(Entries(p), (V{3, 4, 0, 5, 6, 1, 7, 8, 2, 9}));
   Perm q(4);
   q.Spread(3);  // step 1, offset 1
-  EXPECT_EQ(Entries(q), (V{3, 0, 1, 2}));
-  q.Spread(4);
-  q.Spread(0);
+  q.Spread(4);  // n not below the length: nothing
   EXPECT_EQ(Entries(q), (V{3, 0, 1, 2}));
 }
 
-TEST(N3, ComponentwisePartialOrderAndArithmetic) {
-  EXPECT_TRUE(N3(1, 2, 3) < N3(2, 3, 4));
-  EXPECT_FALSE(N3(1, 2, 3) < N3(2, 2, 4));
-  EXPECT_TRUE(N3(1, 2, 3) <= N3(2, 2, 4));
+TEST(N3, ComponentwisePartialOrderAndWrapping) {
   const N3 a(1, 5, 0), b(2, 4, 0);
-  EXPECT_FALSE(a < b);
-  EXPECT_FALSE(a >= b);
-  EXPECT_TRUE(N3(2, 3, 4) > N3(1, 2, 3));
-  EXPECT_TRUE(N3(1, 1, 1) > 0);
-  EXPECT_FALSE(N3(1, 0, 1) > 0);
-  EXPECT_TRUE(N3(1, 0, 1) >= 0);
-
+  EXPECT_FALSE(a < b || a >= b || a > b);
+  EXPECT_TRUE(N3(1, 2, 3) < N3(2, 3, 4) && !(N3(1, 2, 3) < N3(2, 2, 4)));
+  EXPECT_TRUE(N3(1, 0, 1) >= 0 && !(N3(1, 0, 1) > 0));
   N3 m = a;
   m.SetMin(b);
   EXPECT_EQ(m, N3(1, 4, 0));
-  m += N3(1, 1, 1);
-  m -= N3(0, 2, 0);
-  EXPECT_EQ(m, N3(2, 3, 1));
-  EXPECT_NE(m, a);
-  EXPECT_EQ(m.Sum(), 6);
-  EXPECT_EQ(N3(2, 3, 4).Prod(), 24);
-  EXPECT_EQ(N3(65536, 65536, 1).Prod(), 0);  // wraps at 32 bits
+  EXPECT_EQ(N3(65536, 65536, 1).Prod(), 0);
   EXPECT_EQ(N3(2147483647, 1, 0).Sum(), -2147483647 - 1);
-
-  ZnN3_ raw{{7, 8, 9}};
-  N3 r = raw;
-  EXPECT_EQ(r[2], 9);
-  r.Reset();
-  r.CopyTo(raw);
-  EXPECT_EQ(raw.n[0], 0);
-  EXPECT_EQ(r.DistM(m), 0);
-  EXPECT_FALSE(r.IsNextTo(r));
 }
 
 }  // namespace
