@@ -11,5 +11,6 @@ int main(int argc, char** argv) {
   std::printf("znmt64 demo (library started: %s)\n", theMatrState.m_bStarted ? "yes" : "no");
   DemoMatrices();
   DemoSolver();
+  DemoFrames();
   return 0;
 }
