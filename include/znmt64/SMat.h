@@ -86,7 +86,8 @@ class ZNMT64_API SMat {
     assert(k >= 0 && k < 3);
     return (&x)[k];
   }
-  double& Element(int r, int c) { return (*this)[(r - 1) + (c - 1)]; }
+  // As Mat::Element on a 3x1 matrix: c = -1 reads r as a flat index.
+  double& Element(int r, int c = -1) { return (*this)[c == -1 ? r - 1 : (r - 1) + (c - 1)]; }
   double GetElement(int k) const { return (*this)[k - 1]; }
   double GetElem(int k) const { return (*this)[k]; }
   double* GetBuffer() { return &x; }
