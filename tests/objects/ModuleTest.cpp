@@ -1,0 +1,37 @@
+#include <znmt64/DynaModuleMatr.h>
+#include <znmt64/RenderContext2.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+TEST(ModuleEntry, RegisteredAsClientOfTheRegistry) {
+  EXPECT_EQ(DynaModule::Find(DMID_MATR), &dynaModuleMatr);
+  EXPECT_EQ(dynaModuleMatr.GetConfiguration(), DynaModule::eConfigClient);
+  // A client answers no request, even one addressed to the library itself.
+  QC self(DMID_MATR, 1);
+  EXPECT_EQ(dynaModuleMatr.Execute(self), DM_E_NOTHANDLED);
+  QC sphere(DMID_SPHERE, 1);
+  EXPECT_EQ(dynaModuleMatr.Execute(sphere), DM_E_NOTLOADED);
+}
+
+TEST(RenderContext2, UnsetAfterConstructionAndCopiedWhole) {
+  RenderContext2 a;
+  EXPECT_EQ(a.s1, -1);
+  EXPECT_EQ(a.s2, -1);
+  EXPECT_EQ(a.d1, -1.0);
+  EXPECT_EQ(a.d2, -1.0);
+  EXPECT_EQ(a.d3, -1.0);
+  RenderContext2 b;
+  b.s1 = 3;
+  b.s2 = -7;
+  b.d1 = 0.5;
+  b.d2 = 1e300;
+  b.d3 = -0.0;
+  a = b;
+  EXPECT_EQ(a.s1, 3);
+  EXPECT_EQ(a.s2, -7);
+  EXPECT_EQ(a.d1, 0.5);
+  EXPECT_EQ(a.d2, 1e300);
+  EXPECT_TRUE(std::signbit(a.d3));
+}
