@@ -98,21 +98,21 @@ void Mat::operator=(const Mat& src) {
 }
 
 void Mat::Initze(const double* p) {
-  if (m_nSize > 0) std::memcpy(m_pData, p, sizeof(double) * m_nSize);
+  if (HeldSize() > 0) std::memcpy(m_pData, p, sizeof(double) * m_nSize);
 }
 
 void Mat::GetDataCopy(double* p) const {
-  if (m_nSize > 0) std::memcpy(p, m_pData, sizeof(double) * m_nSize);
+  if (HeldSize() > 0) std::memcpy(p, m_pData, sizeof(double) * m_nSize);
 }
 
-void Mat::SetAll(double v) { std::fill_n(m_pData, m_nSize, v); }
+void Mat::SetAll(double v) { std::fill_n(m_pData, HeldSize(), v); }
 
 void Mat::SetToIdentity() {
   SetAll(0.0);
   // Ones go to (k, k) for every column k; on a wide matrix those past the block are dropped.
   for (int k = 0; k < m_nCols; ++k) {
     const long idx = static_cast<long>(k) * m_nCols + k;
-    if (idx < m_nSize) m_pData[idx] = 1.0;
+    if (idx < HeldSize()) m_pData[idx] = 1.0;
   }
 }
 
@@ -120,9 +120,13 @@ void Mat::Swap(short i, short j) { std::swap(m_pData[i], m_pData[j]); }
 
 // ---- rows, columns, blocks -------------------------------------------------------------------
 
-void Mat::SetRow(int r0, const Mat& src) { std::copy_n(src.m_pData, m_nCols, m_pData + r0 * m_nCols); }
+void Mat::SetRow(int r0, const Mat& src) {
+  if (HeldSize() > 0) std::copy_n(src.m_pData, m_nCols, m_pData + r0 * m_nCols);
+}
 
-void Mat::SetRow(int r1, const double* p) { std::copy_n(p, m_nCols, m_pData + (r1 - 1) * m_nCols); }
+void Mat::SetRow(int r1, const double* p) {
+  if (HeldSize() > 0) std::copy_n(p, m_nCols, m_pData + (r1 - 1) * m_nCols);
+}
 
 void Mat::GetRow(int r1, Mat& dst) const {
   const int n = std::min(dst.GetStorage(), m_nCols);
@@ -132,22 +136,22 @@ void Mat::GetRow(int r1, Mat& dst) const {
 void Mat::SetColumn(int c1, const SMat& v) {
   // An SMat is three consecutive doubles; rows past the third have no component to take.
   const double* p = reinterpret_cast<const double*>(&v);
-  for (int i = 0; i < m_nRows && i < 3; ++i) m_pData[i * m_nCols + c1 - 1] = p[i];
+  for (int i = 0; i < m_nRows && i < 3 && HeldSize() > 0; ++i) m_pData[i * m_nCols + c1 - 1] = p[i];
 }
 
 void Mat::SetColumn(int c1, const Mat& src) {
-  for (int i = 0; i < m_nRows; ++i) m_pData[i * m_nCols + c1 - 1] = src.m_pData[i * src.m_nCols];
+  for (int i = 0; i < m_nRows && HeldSize() > 0; ++i) m_pData[i * m_nCols + c1 - 1] = src.m_pData[i * src.m_nCols];
 }
 
 void Mat::SetColumn(int c1, double* p) {
-  for (int i = 0; i < m_nRows; ++i) m_pData[i * m_nCols + c1 - 1] = p[i];
+  for (int i = 0; i < m_nRows && HeldSize() > 0; ++i) m_pData[i * m_nCols + c1 - 1] = p[i];
 }
 
 void Mat::GetColumn(int c1, Mat& dst) const {
   // The destination index does not advance with the row: only the last row's value remains at
   // flat position c1 * dst.m_nCols. Kept as it is; whole columns come from SelectCol.
   const long at = static_cast<long>(c1) * dst.m_nCols;
-  if (at < 0 || at >= dst.m_nSize) return;
+  if (at < 0 || at >= dst.HeldSize()) return;
   for (int i = 0; i < m_nRows; ++i) dst.m_pData[at] = m_pData[i * m_nCols + c1 - 1];
 }
 
@@ -174,7 +178,7 @@ void Mat::SelectCol(Mat& src, int a, int b, int c) {
   for (int i = 0; i < src.m_nRows; ++i)
     for (int k = 0; k < 3; ++k) {
       const long from = 4L * i + cols[k] - 1, to = 3L * i + k;
-      if (from >= 0 && from < src.m_nSize && to < m_nSize) m_pData[to] = src.m_pData[from];
+      if (from >= 0 && from < src.HeldSize() && to < m_nSize) m_pData[to] = src.m_pData[from];
     }
 }
 
@@ -233,11 +237,12 @@ void Mat::Copy(int r0, int c0, int sr1, int sr2, int sc1, int sc2, const Mat& sr
     for (int j = sc1; j <= sc2; ++j) {
       const long from = static_cast<long>(i - 1) * src.m_nCols + (j - 1);
       const long to = static_cast<long>(r0 - 1 + i - sr1) * m_nCols + (c0 - 1 + j - sc1);
-      if (from >= 0 && from < src.m_nSize && to >= 0 && to < m_nSize) m_pData[to] = src.m_pData[from];
+      if (from >= 0 && from < src.HeldSize() && to >= 0 && to < HeldSize()) m_pData[to] = src.m_pData[from];
     }
 }
 
 void Mat::Copy(const Mat& src) {
+  if (HeldSize() == 0 || src.HeldSize() == 0) return;
   const int rows = std::min(m_nRows, src.m_nRows), cols = std::min(m_nCols, src.m_nCols);
   for (int i = 0; i < rows; ++i)
     for (int j = 0; j < cols; ++j) m_pData[i * m_nCols + j] = src.m_pData[i * src.m_nCols + j];
@@ -254,7 +259,7 @@ void Mat::Embed(const Mat& src) {
   for (int j = 0; j < cols; ++j)
     for (int i = 0; i < rows; ++i) {
       const long to = static_cast<long>(j) * m_nCols + i, from = static_cast<long>(j) * src.m_nCols + i;
-      if (to < m_nSize && from < src.m_nSize) m_pData[to] = src.m_pData[from];
+      if (to < HeldSize() && from < src.HeldSize()) m_pData[to] = src.m_pData[from];
     }
 }
 
@@ -293,12 +298,12 @@ bool Mat::EqualsTo(const Mat& other) const {
 
 double Mat::GetMax(bool max) const {
   double best = max ? -1e307 : 1e307;
-  for (int k = 0; k < m_nSize; ++k) best = max ? std::max(best, m_pData[k]) : std::min(best, m_pData[k]);
+  for (int k = 0; k < HeldSize(); ++k) best = max ? std::max(best, m_pData[k]) : std::min(best, m_pData[k]);
   return best;
 }
 
 double Mat::SquareDist(const Mat& other) const {
-  const int n = std::min(m_nSize, other.m_nSize);
+  const int n = std::min(HeldSize(), other.HeldSize());
   double s = 0.0;
   for (int k = 1; k <= n; ++k) {
     const double d = GetElement(k) - other.GetElement(k);
