@@ -1,4 +1,9 @@
+#include <znmt64/CLineal.h>
+#include <znmt64/CMFrame.h>
+#include <znmt64/CMatWriter.h>
+#include <znmt64/CPlane.h>
 #include <znmt64/Mat.h>
+#include <znmt64/platform/CArchive.h>
 #include <znmt64/platform/CFile.h>
 
 #include <gtest/gtest.h>
@@ -149,4 +154,99 @@ TEST(MatFile, PathMustFitFiftySixCharacters) {
   EXPECT_TRUE(fs::exists(fits));
   EXPECT_FALSE(fs::exists(over));
   fs::current_path(cwd);
+}
+
+namespace {
+
+bool SameBits(const SMat& a, const SMat& b) { return std::memcmp(&a, &b, sizeof(SMat)) == 0; }
+
+}  // namespace
+
+TEST(CMatWriter, RecordsRoundTripBitExact) {
+  EXPECT_EQ(CMatWriter::GetStorageSize(CMatWriter::eVector), 24u);
+  EXPECT_EQ(CMatWriter::GetStorageSize(CMatWriter::eLine), 48u);
+  EXPECT_EQ(CMatWriter::GetStorageSize(CMatWriter::eFrame), 72u);
+  EXPECT_EQ(CMatWriter::GetStorageSize(CMatWriter::ePlaneEqn), 32u);
+  EXPECT_EQ(CMatWriter::GetStorageSize(static_cast<CMatWriter::EObjectType>(4)), 0u);
+
+  const fs::path path = TestDir() / UniqueName();
+  Cleanup gone{path};
+  SMat v(-0.0, std::bit_cast<double>(std::uint64_t{0x7FF0000000000ABC}), 1.0 / 3.0);
+  CLineal l(SMat(0.6, 0.0, 0.8));
+  l.origin.Set(1e-300, 2.5, -3.0);
+  PlaneEqn e(0.1, 0.2, 0.3, -4.0);
+  CMFrame f;
+  f.SetOrigin(1.0, -2.0, 0.1);
+  f.axes[0].Set(0.0, 1.0, 0.0);
+  f.axes[1].Set(-1.0, 0.0, 0.0);  // Z stays (0, 0, 1): right-handed
+  {
+    CFile file(path.c_str(), CFile::modeCreate | CFile::modeWrite);
+    CArchive ar(&file, CArchive::store);
+    CMatWriter w(ar);
+    w.Serialize(v);
+    w.Serialize(l);
+    w.Serialize(e);
+    w.Serialize(f);
+    ar.Close();
+  }
+  ASSERT_EQ(fs::file_size(path), 24u + 48u + 32u + 72u);
+  std::ifstream in(path, std::ios::binary);
+  const std::vector<unsigned char> bytes{std::istreambuf_iterator<char>(in), {}};
+  EXPECT_EQ(bytes[7], 0x80);   // -0.0, little-endian
+  EXPECT_EQ(bytes[8], 0xBC);   // the NaN's payload, lowest byte first
+  EXPECT_EQ(bytes[24 + 47], 0x3F);  // the line's direction z = 0.8 ends the line record
+  EXPECT_EQ(bytes[104 + 39], 0x3F);  // the frame's X (0, 1, 0) after its origin: its y is 1.0
+  EXPECT_EQ(bytes[104 + 48 + 7], 0xBF);  // then its Y (-1, 0, 0)
+
+  SMat v2(9, 9, 9);
+  CLineal l2;
+  PlaneEqn e2;
+  CMFrame f2;
+  {
+    CFile file(path.c_str(), CFile::modeRead);
+    CArchive ar(&file, CArchive::load);
+    CMatWriter w;
+    w.Serialize(v2);  // no archive yet: nothing happens
+    EXPECT_EQ(v2.x, 9.0);
+    w.Attach(ar);
+    w.Serialize(v2);
+    w.Serialize(l2);
+    w.Serialize(e2);
+    w.Serialize(f2);
+  }
+  EXPECT_TRUE(SameBits(v2, v));
+  EXPECT_TRUE(SameBits(l2.origin, l.origin));
+  EXPECT_TRUE(SameBits(l2.dir, l.dir));
+  EXPECT_EQ(std::memcmp(&e2.a, &e.a, 4 * sizeof(double)), 0);
+  EXPECT_TRUE(SameBits(f2.origin, f.origin));
+  EXPECT_TRUE(SameBits(f2.axes[0], f.axes[0]));
+  EXPECT_TRUE(SameBits(f2.axes[1], f.axes[1]));
+  // Z is rebuilt as -(X × Y): the frame comes back left-handed.
+  EXPECT_EQ(f2.axes[2].z, -1.0);
+  EXPECT_FALSE(f2.GetOrientation());
+}
+
+TEST(CMatWriter, ShortArchiveThrowsAndLeavesTheObject) {
+  const fs::path path = TestDir() / UniqueName();
+  Cleanup gone{path};
+  WriteDoubles(path, {1, 2, 3, 4, 5}, 40);
+  CFile file(path.c_str(), CFile::modeRead);
+  CArchive ar(&file, CArchive::load);
+  CMatWriter w(ar);
+  SMat v;
+  w.Serialize(v);
+  EXPECT_EQ(v.z, 3.0);
+  CLineal l(SMat(0.0, 0.0, 1.0));
+  l.origin.Set(7.0, 7.0, 7.0);
+  CArchiveException* caught = nullptr;
+  try {
+    w.Serialize(l);  // 16 bytes left of 48
+  } catch (CArchiveException* ex) {
+    caught = ex;
+  }
+  ASSERT_NE(caught, nullptr);
+  EXPECT_EQ(caught->m_cause, CArchiveException::endOfFile);
+  caught->Delete();
+  EXPECT_EQ(l.origin.x, 7.0);
+  EXPECT_EQ(l.dir.z, 1.0);
 }
