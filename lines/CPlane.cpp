@@ -1,11 +1,16 @@
 // The parts of the plane classes that are not inline.
 #include <znmt64/CPlane.h>
+#include <znmt64/CCircle.h>
 #include <znmt64/CMFrame.h>
 #include <znmt64/CSegment.h>
 #include <znmt64/DistContext.h>
+#include <znmt64/Triangle3D.h>
 
+#include <znag64/AnGeoState.h>
 #include <znbl64/Range.h>
 #include <znmt64/platform/CArchive.h>
+
+#include "DebugSection.h"
 
 // ---- PlaneEqn ----------------------------------------------------------------------------------
 
@@ -96,12 +101,37 @@ void CPlane::GetFrame(CMFrame& f) const {
   f.Init(2, 0, true);
 }
 
+void CPlane::Dp(double r) const {
+  // The plane is drawn as the disc of radius r about its point, under the plane's own caption.
+  CCircle disc(r);
+  disc.CLineal::Copy(*this);
+  ISection* sec = disc.CreateDump();
+  if (sec == nullptr) return;
+  char caption[64];
+  FormatDebugCaption(caption, "CPlane %08x", this);
+  sec->SetCaption(caption);
+  AnGeoState::GetDbg()->Show(sec, 65535, 0);  // yellow (0x00BBGGRR), lines only
+  sec->Release();
+}
+
 // ---- Planeal -----------------------------------------------------------------------------------
 
 bool Planeal::Init(bool uIsUnit) {
   if (!uIsUnit && !u.Normalize(1e-10)) return false;
   v.MakeOrtho(u);
   return v.Normalize(1e-10);
+}
+
+int PlanealLoc::GetIntersectionTriangleEdge(const Triangle3D& t, SMat& p, bool* onEdgePlane, bool positive) const {
+  CPlane plane;
+  GetPlane(plane);
+  for (unsigned char i = 0; i < 3; ++i) {
+    CSegment side;
+    if (!t.GetSide(i, side, false)) return 0;
+    if (plane.GetSegmentIntersection(side, p, nullptr, 1e-10) && IsInPositiveSemispace(p, onEdgePlane) == positive)
+      return i;
+  }
+  return -1;
 }
 
 // ---- PlaneArray --------------------------------------------------------------------------------

@@ -2,12 +2,15 @@
 #include <znmt64/CPlane.h>
 #include <znmt64/CSegment.h>
 #include <znmt64/DistContext.h>
+#include <znmt64/Triangle3D.h>
 
+#include <znag64/AnGeoState.h>
 #include <znbl64/Range.h>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <string>
 
 namespace {
 void ExpectVec(const SMat& v, double x, double y, double z, double tol = 1e-15) {
@@ -243,6 +246,33 @@ TEST(Planeal, SpansAndHalfPlanes) {
   half.GetPlane(pl);
   ExpectVec(pl.dir, 0.0, 0.0, 1.0);
   ExpectVec(pl.origin, 0.0, 0.0, 1.0);
+
+  // Side 0 misses the plane z = 1, side 1 meets it on the -v side, side 2 on the edge plane.
+  const SMat corners[3] = {SMat(0, 1, 2), SMat(0, 1, 3), SMat(0, -1, 0)};
+  const Triangle3D tri(corners);
+  SMat hit;
+  EXPECT_EQ(half.GetIntersectionTriangleEdge(tri, hit, &onEdge, false), 1);
+  ExpectVec(hit, 0.0, -1.0 / 3.0, 1.0, 1e-15);
+  EXPECT_EQ(half.GetIntersectionTriangleEdge(tri, hit, &onEdge, true), -1);
+  EXPECT_TRUE(onEdge);  // side 2's crossing, the last one looked at
+  const SMat point[3] = {SMat(1, 1, 1), SMat(1, 1, 1), SMat(1, 1, 1)};
+  EXPECT_EQ(half.GetIntersectionTriangleEdge(Triangle3D(point), hit, nullptr, true), 0);
+}
+
+TEST(CPlane, DebugDisc) {
+  const CPlane pl = Plane(1, 2, 3, 0, 1, 0);
+  Dbg3D& dbg = *AnGeoState::GetDbg();
+  const size_t before = dbg.m_items.size();
+  pl.Dp(2.0);
+  ASSERT_EQ(dbg.m_items.size(), before + 1);
+  const Dbg3D::Item& item = dbg.m_items.back();
+  EXPECT_EQ(item.data.caption.rfind("CPlane ", 0), 0u);
+  EXPECT_EQ(item.color, 65535u);
+  EXPECT_EQ(item.nMode, 0);
+  ASSERT_GT(item.data.GetVertexCount(), 0);
+  const double* v = item.data.GetVertex(0);
+  EXPECT_NEAR(SMat(v).Dist(SMat(1, 2, 3)), 2.0, 1e-14);  // on the rim about the plane's point
+  EXPECT_NEAR(v[1], 2.0, 1e-14);
 }
 
 TEST(PlaneArray, CopiesKeepTags) {
