@@ -93,6 +93,7 @@ double CMFrame::Dist(const CMFrame& f) const {
 // ---- local and global coordinates ----------------------------------------------------------------
 
 void CMFrame::ToGlobal(CMFrame& f, bool keepHandedness) const {
+  if (&f == this) return CMFrame(*this).ToGlobal(f, keepHandedness);  // f is rewritten as it is read
   const bool right = keepHandedness ? f.GetOrientation() : true;
   ToGlobal(f.origin);
   ToGlobalVector(f.axes[0]);
@@ -104,6 +105,7 @@ void CMFrame::ToGlobal(CMFrame& f, bool keepHandedness) const {
 }
 
 void CMFrame::ToLocal(CMFrame& f, bool keepHandedness) const {
+  if (&f == this) return CMFrame(*this).ToLocal(f, keepHandedness);
   const bool right = keepHandedness ? f.GetOrientation() : true;
   ToLocal(f.origin);
   ToLocalVector(f.axes[0]);

@@ -5,14 +5,15 @@
 #include <algorithm>
 #include <cmath>
 
-bool Rotation::FindRotation(SMat& from, SMat& to) {
-  CrossProd(from, to);
+bool Rotation::FindRotation(const SMat& from, const SMat& to) {
+  const SMat a = from, b = to;  // either may be this rotation's own axis
+  CrossProd(a, b);
   // Tolerance 0: only exactly parallel directions have no axis; the zero product stays as the axis.
   if (!Normalize(0.0)) {
     angle = 0.0;
     return false;
   }
-  angle = from.Angle(to, 1e-10);
+  angle = a.Angle(b, 1e-10);
   return std::fabs(angle) > 1e-10;
 }
 
@@ -76,7 +77,7 @@ void CMFrame::GetRotation(Rotation& r) {
   r.angle = std::acos(cosA);
 }
 
-void CMFrame::Rotate(Rotation& r) {
+void CMFrame::Rotate(const Rotation& r) {
   if (r.IsTrivial()) return;
   SMat d = static_cast<const SMat&>(r);
   ToGlobalVector(d);

@@ -274,7 +274,7 @@ class ZNMT64_API CMFrame {
   // direction. Defined with the lines.
   void Rotate(const CLineal& axis, double angle);
   // r's axis taken in local coordinates; nothing for a trivial r.
-  void Rotate(Rotation& r);
+  void Rotate(const Rotation& r);
   // The rotation that carries the global axes onto the frame's axes.
   void GetRotation(Rotation& r);
 

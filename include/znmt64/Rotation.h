@@ -34,7 +34,7 @@ class ZNMT64_API Rotation : public SMat {
   // opposite directions (the axis is then the zero cross product and the angle 0) and for an
   // angle within 1e-10 of 0. A direction shorter than 1e-10 throws CMatrExeption by pointer
   // (SMat::Angle).
-  bool FindRotation(SMat& from, SMat& to);
+  bool FindRotation(const SMat& from, const SMat& to);
 
   double angle = 0.0;  // radians, counter-clockwise about the axis
 };
