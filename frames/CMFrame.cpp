@@ -1,5 +1,6 @@
 #include <znmt64/AffinTransf.h>
 #include <znmt64/CMFrame.h>
+#include <znmt64/FrameInterfaces.h>
 #include <znmt64/Mat.h>
 #include <znmt64/MatSq.h>
 
@@ -50,6 +51,23 @@ bool IsAxisIndex(int k) { return k >= 0 && k < 3; }
 }  // namespace
 
 CMFrame::CMFrame(SMat& dir) : CMFrame() { SetAxisRand(2, dir, -1); }
+
+bool CMFrame::Copy(IFrame* p) {
+  double m[16] = {};  // an invalid frame behind p leaves it unfilled, with a 0 where the 1 goes
+  if (p == nullptr || FAILED(p->GetMatrix(m)) || m[15] != 1.0) return false;
+  Mat M(4, 4, false);
+  M.AttachStorage(m);
+  FromMatrix(M);
+  return true;
+}
+
+bool CMFrame::CopyTo(IFrame* p) {
+  if (p == nullptr) return false;
+  double m[16] = {};
+  ToMatrix(m);
+  if (m[15] != 1.0) ToMatrix(m);  // the first call only repaired the frame
+  return m[15] == 1.0 && SUCCEEDED(p->SetMatrix(m));
+}
 
 // ---- state and comparison ------------------------------------------------------------------------
 

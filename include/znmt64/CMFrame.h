@@ -23,6 +23,7 @@ class CPlane;
 class C2DPoint;
 class PCExBase;
 struct ISection;
+struct IFrame;
 
 class ZNMT64_API CMFrame {
  public:
@@ -48,6 +49,8 @@ class ZNMT64_API CMFrame {
   explicit CMFrame(CLineal& l);
   // Z along dir.
   explicit CMFrame(SMat& dir);
+  // The frame behind a frame interface (Copy(IFrame*)); the identity when there is none.
+  explicit CMFrame(IFrame* p) : CMFrame() { Copy(p); }
   virtual ~CMFrame() = default;
 
   // Origin and axes only; the target keeps its own stack. Returns nothing, as callers expect.
@@ -57,6 +60,12 @@ class ZNMT64_API CMFrame {
     origin = f.origin;
     CopyOrientation(f);
   }
+  // Exchange with a frame of another module through its 4x4 matrix (IFrame::GetMatrix,
+  // IFrame::SetMatrix). Copy takes it as FromMatrix does; false, frame unchanged, for a null or
+  // failing interface or an invalid frame behind it (which gives no matrix). CopyTo repairs an
+  // invalid frame first, as ToMatrix does.
+  bool Copy(IFrame* p);
+  bool CopyTo(IFrame* p);
   void CopyOrientation(const CMFrame& f) {
     for (int k = 0; k < 3; ++k) axes[k] = f.axes[k];
   }

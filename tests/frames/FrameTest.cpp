@@ -1,5 +1,6 @@
 #include <znmt64/AffinTransf.h>
 #include <znmt64/CMFrame.h>
+#include <znmt64/FrameOI.h>
 #include <znmt64/MatSq.h>
 
 #include <gtest/gtest.h>
@@ -234,6 +235,16 @@ TEST(CMFrame, Matrices) {
   CMFrame g;
   g.FromMatrix(m);
   EXPECT_TRUE(g.IsSame(f, 1e-15));
+
+  // Exchange through another module's frame interface.
+  CMFrame wrapped;
+  IFrame* p = FrameOI::Create(wrapped);
+  ASSERT_NE(p, nullptr);
+  EXPECT_TRUE(f.CopyTo(p) && wrapped.IsSame(f, 1e-15) && CMFrame(p).IsSame(f, 1e-15));
+  wrapped.MakeInvalid();
+  EXPECT_FALSE(g.Copy(p));
+  EXPECT_FALSE(g.Copy(nullptr));
+  p->Release();
 
   // An invalid frame is repaired and the matrix left untouched.
   CMFrame bad = f;
