@@ -11,3 +11,4 @@ inline void Section(const char* title) { std::printf("\n== %s\n", title); }
 void DemoMatrices();
 void DemoSolver();
 void DemoFrames();
+void DemoObjects();

@@ -12,5 +12,6 @@ int main(int argc, char** argv) {
   DemoMatrices();
   DemoSolver();
   DemoFrames();
+  DemoObjects();
   return 0;
 }
