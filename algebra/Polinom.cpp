@@ -44,3 +44,5 @@ int Polinom::GetRoots(C* roots) const {
   }
   return 0;
 }
+
+Polar::~Polar() = default;

@@ -28,3 +28,10 @@ class ZNMT64_API Polinom : public Mat {
   // caller set them, so callers pass zeroed C objects. Two real roots come "+" root first.
   int GetRoots(C* roots) const;
 };
+
+// Polar keeps only its place in the class family here: the other modules of the suite derive
+// their two-vector classes from it. It has no operations of its own in this library.
+class ZNMT64_API Polar {
+ public:
+  virtual ~Polar();
+};
