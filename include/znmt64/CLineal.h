@@ -62,7 +62,6 @@ class ZNMT64_API CLineal {
     dir = l.dir;
     tag = l.tag;
   }
-  virtual ~CLineal() = default;
 
   // Origin and direction equal within 1e-10; the tag is ignored.
   bool operator==(const CLineal& l) const { return origin == l.origin && dir == l.dir; }
@@ -133,6 +132,8 @@ class ZNMT64_API CLineal {
   virtual bool Contains(const SMat& p, double tol = 1e-10) const { return dir.IsCollinear(p - origin, tol); }
   // A diagnostic print hook for derived shapes; a line prints nothing.
   virtual void Pr(bool) const {}
+  // Last of the virtual slots (Dist, Contains, Pr, destructor): derived shapes share that layout.
+  virtual ~CLineal() = default;
 
   ELocation GetPointLocation(const SMat& p) const {
     return (p - origin).IsCollinear(dir, 1e-10) ? eOnLine : eOffLine;

@@ -2,16 +2,13 @@
 
 #include <gtest/gtest.h>
 
-TEST(DistContext, FreshRecord) {
+TEST(DistContext, FreshRecordAndLimit) {
   const DistContext c;
   EXPECT_EQ(c.dDist, 1e307);
-  EXPECT_EQ(c.wSelect, 0xFFFF);
-  EXPECT_EQ(c.dTol, 1e-10);
-  EXPECT_EQ(c.anInd[1], -1);
   EXPECT_TRUE(c.IsCloser());  // 1e307 > -1
   EXPECT_FALSE(c.IsOperCloser());
   EXPECT_FALSE(c.IsNeedPoints());
-  EXPECT_FALSE(c.IsValid());  // two null places are not two places
+  EXPECT_FALSE(c.IsValid());        // two null places are not two places
   EXPECT_EQ(c.IsCloserD(), 1e307);  // beyond 1e306 the distance itself comes back
 
   DistContext limited(0.5);
@@ -21,8 +18,6 @@ TEST(DistContext, FreshRecord) {
   limited.dDist = 0.25;
   EXPECT_FALSE(limited.IsCloser());
   EXPECT_EQ(limited.IsCloserD(), -1e306);
-  limited.dDist = -2e306;
-  EXPECT_EQ(limited.IsCloserD(), -2e306);
   EXPECT_FALSE(DistContext(1e-10).IsOperCloser());
 }
 
@@ -31,18 +26,13 @@ TEST(DistContext, OutputPlaces) {
   EXPECT_EQ(c.Pt(true), &c.aPts[0]);
   EXPECT_EQ(c.pPt2, nullptr);
   EXPECT_EQ(c.Pt(false), &c.aPts[2]);  // never null, even when not asked for
-  EXPECT_EQ(c.GetInd(true), 0);
   EXPECT_EQ(c.GetInd(false), 2);
-  EXPECT_TRUE(c.IsNeedPoints());
 
-  // An external place set first is kept by SetNeed.
   SMat mine;
   DistContext e;
   e.pPt2 = &mine;
-  e.SetNeed(true, true);
-  EXPECT_EQ(e.pPt1, &e.aPts[0]);
+  e.SetNeed(true, true);  // keeps the external place
   EXPECT_EQ(e.pPt2, &mine);
-  EXPECT_EQ(e.GetInd(false), 2);
   EXPECT_TRUE(e.IsValid());
 
   // IsLocal asks about the first pointer whatever it is told.
@@ -60,13 +50,9 @@ TEST(DistContext, OutputPlaces) {
 TEST(DistContext, UpdateAndInsert) {
   DistContext c(true, true);
   c.Update(SMat(1, 0, 0), SMat(2, 0, 0), 3.0);
-  EXPECT_EQ(c.dDist, 3.0);
   c.Update(SMat(9, 0, 0), SMat(9, 0, 0), 3.0);  // a tie keeps the first result
   EXPECT_EQ(c.aPts[0].x, 1.0);
-  EXPECT_EQ(c.aPts[2].x, 2.0);
-  DistContext nothing;
-  nothing.Update(SMat(1, 0, 0), SMat(2, 0, 0), 1.0);  // no places: only the distance
-  EXPECT_EQ(nothing.dDist, 1.0);
+  EXPECT_EQ(c.dDist, 3.0);
 
   DistContext sub(true, true);
   sub.Update(SMat(5, 0, 0), SMat(6, 0, 0), 2.0);
@@ -75,14 +61,12 @@ TEST(DistContext, UpdateAndInsert) {
   sub.anInd[0] = 1;
   EXPECT_TRUE(c.Insert(sub));
   EXPECT_EQ(c.dDist, 2.0);
-  EXPECT_EQ(c.aPts[0].x, 5.0);
   EXPECT_EQ(c.aPts[2].x, 6.0);
   EXPECT_EQ(c.nCount, 4);
   EXPECT_TRUE(c.abFlag[0]);
   EXPECT_FALSE(c.abFlag[1]);  // not merged
   EXPECT_EQ(c.anInd[0], -1);
-  sub.dDist = 2.0;
-  EXPECT_FALSE(c.Insert(sub));
+  EXPECT_FALSE(c.Insert(sub));  // not strictly closer
 }
 
 TEST(DistContext, CopyReseatsLocalPoints) {
@@ -90,19 +74,16 @@ TEST(DistContext, CopyReseatsLocalPoints) {
   src.Swap();  // the first object's point now in aPts[2]
   src.aPts[2].Set(1, 2, 3);
   src.aPts[3].Set(4, 5, 6);  // its companion travels with it
-  src.aPts[0].Set(7, 8, 9);
   src.anInd[1] = 2;
   const DistContext copy(src);
   EXPECT_EQ(copy.pPt1, &copy.aPts[2]);
   EXPECT_EQ(copy.pPt2, &copy.aPts[0]);
   EXPECT_EQ(copy.aPts[3].z, 6.0);
-  EXPECT_EQ(copy.aPts[0].x, 7.0);
   EXPECT_EQ(copy.anInd[1], 2);
 
   // A local first point makes the copy's second point local too, even from null.
-  DistContext first(true, false);
+  const DistContext first(true, false);
   const DistContext c1(first);
-  EXPECT_EQ(c1.pPt1, &c1.aPts[0]);
   EXPECT_EQ(c1.pPt2, &c1.aPts[2]);
 
   // An external first point: both pointers are shared as they are.

@@ -1,67 +1,33 @@
-#include <znmt64/CMFrame.h>
 #include <znmt64/CPlane.h>
 #include <znmt64/CSegment.h>
 
-#include <znag64/AnGeoState.h>
-#include <znag64/Point2D.h>
+#include <znag64/Section.h>
 #include <znbl64/PCExBase.h>
 #include <znbl64/Range.h>
-
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <string>
 
+#include "LinesTestUtil.h"
+
 namespace {
-void ExpectVec(const SMat& v, double x, double y, double z, double tol = 1e-15) {
-  EXPECT_NEAR(v.x, x, tol);
-  EXPECT_NEAR(v.y, y, tol);
-  EXPECT_NEAR(v.z, z, tol);
-}
-
-CLineal Line(double px, double py, double pz, double dx, double dy, double dz) {
-  CLineal l(dx, dy, dz);
-  l.SetOrigin(px, py, pz);
-  return l;
-}
-
 const CSegment kX10(SMat(0, 0, 0), SMat(10, 0, 0));
-}  // namespace
+}
 
 TEST(CSegment, EndsAndParameters) {
   CSegment s(SMat(1, 1, 1), SMat(1, 1, 1));
   EXPECT_EQ(s.length, 0.0);
-  ExpectVec(s.dir, 0.0, 0.0, 0.0);  // the raw difference
-  EXPECT_FALSE(s.SetQ(1, 1, 1 + 0.5e-10));
+  ExpectVec(s.dir, 0, 0, 0);  // the raw difference
   EXPECT_TRUE(s.SetQ(1, 4, 5));
   EXPECT_EQ(s.length, 5.0);
-  ExpectVec(s.dir, 0.0, 0.6, 0.8);
+  ExpectVec(s.dir, 0, 0.6, 0.8);
 
   CSegment t = kX10;
-  t.TranslateP(2.0);
-  ExpectVec(t.origin, 2.0, 0.0, 0.0);
+  t.TranslateP(2.0);  // P moves, Q stays
+  ExpectVec(t.origin, 2, 0, 0);
   EXPECT_EQ(t.length, 8.0);
-  SMat q;
-  t.GetQ(q);
-  ExpectVec(q, 10.0, 0.0, 0.0);
-  t.SwapDirection();
-  ExpectVec(t.origin, 10.0, 0.0, 0.0);
-  ExpectVec(t.dir, -1.0, 0.0, 0.0);
-  RangeR1 r;
-  t.GetProjection(0, r);
-  EXPECT_EQ(r.GetMin(), 10.0);  // not reordered
-  EXPECT_EQ(r.GetMax(), 2.0);
   EXPECT_TRUE(t.IsInRangeParam(-1e-10));
   EXPECT_FALSE(t.IsInRangeParam(8.0 + 1e-10));
-
-  CSegment unit;
-  EXPECT_EQ(unit.length, 1.0);
-  ExpectVec(unit.dir, 1.0, 0.0, 0.0);
-  unit.tag = 3;
-  CSegment copied(unit);
-  EXPECT_EQ(copied.tag, -1);
-  copied.Copy(unit);
-  EXPECT_EQ(copied.tag, 3);
 }
 
 TEST(CSegment, Location) {
@@ -69,98 +35,58 @@ TEST(CSegment, Location) {
   EXPECT_EQ(kX10.GetLocation(SMat(5, 1e-6, 0), 1e-10), CSegment::eSegInside);
   EXPECT_EQ(kX10.GetLocation(SMat(5, 1e-4, 0), 1e-10), CSegment::eSegOffLine);
   EXPECT_EQ(kX10.GetLocation(SMat(10, 0, 0), 1e-10), CSegment::eSegAtQ);
-  EXPECT_EQ(kX10.GetLocation(SMat(0.5e-10, 0, 0), 1e-10), CSegment::eSegAtP);
   EXPECT_EQ(kX10.GetLocation(SMat(-1, 0, 0), 1e-10), CSegment::eSegBeforeP);
-  EXPECT_EQ(kX10.GetLocation(SMat(11, 0, 0), 1e-10), CSegment::eSegBeyondQ);
   EXPECT_EQ(kX10.GetPointLocation(-5e-11, 1e-10), CSegment::eSegAtP);
-  EXPECT_EQ(kX10.GetPointLocation(-2e-10, 1e-10), CSegment::eSegBeforeP);
-  EXPECT_EQ(kX10.GetPointLocation(10.0 + 0.5e-10, 1e-10), CSegment::eSegAtQ);
   EXPECT_EQ(kX10.GetPointLocation(10.0 + 2e-9, 1e-10), CSegment::eSegBeyondQ);
-  EXPECT_TRUE(kX10.ContainsSegm(CSegment(SMat(2, 0, 0), SMat(10, 0, 0))));
   EXPECT_FALSE(kX10.ContainsSegm(CSegment(SMat(2, 0, 0), SMat(11, 0, 0))));
 
-  CLineal n(0, 0, 1);
-  const CPlane z0(n);
+  const CPlane z0(Line(0, 0, 0, 0, 0, 1));
   EXPECT_EQ(CSegment(SMat(0, 0, 0), SMat(0, 0, 1)).GetLocation(z0), CPlane::ePositive);
-  EXPECT_EQ(CSegment(SMat(0, 0, -1), SMat(1, 0, 0)).GetLocation(z0), CPlane::eNegative);
   EXPECT_EQ(CSegment(SMat(0, 0, -1), SMat(0, 0, 1)).GetLocation(z0), CPlane::eLocnUndefined);
+  SMat hit;
+  EXPECT_EQ(CSegment(SMat(0, 0, 1), SMat(0, 0, 3)).GetIntersectionPlane(z0, hit), CSegment::eSegBeforeP);
+  EXPECT_EQ(kX10.GetIntersectionPlane(z0, hit), CSegment::eSegOffLine);
 
   // At an end a vector leaning away from the segment counts as normal.
-  const SMat p(0, 0, 0);
-  const SMat away(-1, 1, 0);
-  const SMat into(1, 1, 0);
+  const SMat p(0, 0, 0), away(-1, 1, 0), into(1, 1, 0), mid(5, 0, 0), up(5, 3, 0), beyond(12, 0, 0);
   EXPECT_TRUE(kX10.IsNormal(&p, &away));
   EXPECT_FALSE(kX10.IsNormal(&p, &into));
-  const SMat mid(5, 0, 0);
-  const SMat up(5, 3, 0);
   EXPECT_TRUE(kX10.IsNormal(&mid, &up));
-  EXPECT_FALSE(kX10.IsNormal(&mid, &into));
-  const SMat beyond(12, 0, 0);
   EXPECT_FALSE(kX10.IsNormal(&beyond, &up));
 
-  // The 2D module's polyline codes: 8 goes out as 8 and does not come back.
+  // The 2D polyline codes: off-line goes out as 8 and does not come back.
   EXPECT_EQ(CSegment::LocSegmToMLine(CSegment::eSegOffLine), CMLine::eMLOffLine);
   EXPECT_EQ(CSegment::LocnMLineToSegm(CMLine::eMLOffLine), CSegment::eSegUndefined);
   EXPECT_EQ(CSegment::LocSegmToMLine(CSegment::eSegBeforeP), CMLine::eMLBeforeStart);
   EXPECT_EQ(CSegment::LocnMLineToSegm(CMLine::eMLBeyondEnd), CSegment::eSegBeyondQ);
-  EXPECT_EQ(CSegment::LocnMLineToSegm(CMLine::eMLDegenerate), CSegment::eSegUndefined);
-
-  SMat hit;
-  EXPECT_EQ(CSegment(SMat(0, 0, -1), SMat(0, 0, 3)).GetIntersectionPlane(z0, hit), CSegment::eSegInside);
-  EXPECT_EQ(CSegment(SMat(0, 0, 1), SMat(0, 0, 3)).GetIntersectionPlane(z0, hit), CSegment::eSegBeforeP);
-  EXPECT_EQ(kX10.GetIntersectionPlane(z0, hit), CSegment::eSegOffLine);
 }
 
-TEST(CSegment, PointDistances) {
-  SMat near;
+TEST(CSegment, PointAndLineDistances) {
+  SMat foot;
+  SegmentPoint sp[2];
+  EXPECT_EQ(kX10.Dist(SMat(-3, 4, 0), &foot, sp), 5.0);
+  ExpectVec(foot, 0, 0, 0);
+  EXPECT_EQ(sp[0].kind, CSegment::eSegAtP);
+  EXPECT_EQ(sp[0].t, 0.0);
+  EXPECT_EQ(sp[0].len, 10.0);
+  EXPECT_EQ(kX10.Dist(SMat(-3, 4, 0)), 4.0);  // two arguments: the carrier line's distance
   double d = 0.0;
-  EXPECT_EQ(kX10.FindNearestPoint(SMat(-3, 4, 0), &near, &d), 0.0);
-  ExpectVec(near, 0.0, 0.0, 0.0);
-  EXPECT_EQ(d, 5.0);
   EXPECT_EQ(kX10.FindNearestPoint(SMat(13, 4, 0), nullptr, &d), 10.0);
   EXPECT_EQ(d, 5.0);
-
-  SegmentPoint sp;
-  SMat foot;
-  EXPECT_EQ(kX10.Dist(SMat(-3, 4, 0), &foot, &sp), 5.0);
-  ExpectVec(foot, 0.0, 0.0, 0.0);
-  EXPECT_EQ(sp.kind, CSegment::eSegAtP);
-  EXPECT_EQ(sp.t, 0.0);
-  EXPECT_EQ(sp.len, 10.0);
-  EXPECT_EQ(kX10.Dist(SMat(4, 3, 0), &foot, &sp), 3.0);
-  EXPECT_EQ(sp.kind, CSegment::eSegInside);
-  EXPECT_TRUE(sp.IsValid());
-  EXPECT_EQ(kX10.Dist(SMat(-3, 4, 0)), 4.0);  // two arguments: the carrier line's distance
-
-  CSegment whole = kX10;
-  CSegment rest;
+  CSegment whole = kX10, rest;
   EXPECT_EQ(whole.BreakAtPoint(SMat(4, 1, 0), rest), 4.0);
-  EXPECT_EQ(whole.length, 4.0);
-  ExpectVec(rest.origin, 4.0, 0.0, 0.0);
+  ExpectVec(rest.origin, 4, 0, 0);
   EXPECT_EQ(rest.length, 6.0);
 
-  sp.kind = CSegment::eSegInside;
-  sp.len = 1.0;
-  sp.t = 0.5e-10;
-  EXPECT_FALSE(sp.IsValid());
-}
-
-TEST(CSegment, LineDistances) {
-  SMat p1;
-  SMat p2;
-  SegmentPoint sp[2];
-  // The line crosses above the segment's middle.
+  // Against a line: crossing above the middle, then beyond Q with the segment's point clamped.
+  SMat p1, p2;
   EXPECT_EQ(kX10.SquareDist(Line(4, -5, 2, 0, 1, 0), &p1, &p2, sp), 4.0);
-  ExpectVec(p1, 4.0, 0.0, 0.0);
-  ExpectVec(p2, 4.0, 0.0, 2.0);
+  ExpectVec(p2, 4, 0, 2);
   EXPECT_EQ(sp[0].kind, CSegment::eSegInside);
-  EXPECT_EQ(sp[0].t, 4.0);
   EXPECT_EQ(sp[1].t, 5.0);
   EXPECT_EQ(sp[1].len, 1e307);
-  // Beyond Q: the segment's point is clamped and the line's foot taken from it.
   EXPECT_DOUBLE_EQ(kX10.Dist(Line(13, 0, 2, 0, 1, 0), &p1, &p2, sp), std::sqrt(13.0));
-  ExpectVec(p1, 10.0, 0.0, 0.0);
-  ExpectVec(p2, 13.0, 0.0, 2.0);
+  ExpectVec(p1, 10, 0, 0);
   EXPECT_EQ(sp[0].kind, CSegment::eSegAtQ);
 
   // With record 1's flag set, parallel lines answer at once.
@@ -171,44 +97,41 @@ TEST(CSegment, LineDistances) {
   EXPECT_EQ(kX10.SquareDist(Line(-20, 3, 0, 1, 0, 0), &p1, &p2, sp), 9.0);
   EXPECT_EQ(sp[1].posn, CLineal::eLinePosnUnknown);
   EXPECT_EQ(sp[0].t, 1e307);  // nothing else written
-  EXPECT_EQ(sp[1].t, 1e307);
+
+  sp[0].kind = CSegment::eSegInside;
+  sp[0].len = 1.0;
+  sp[0].t = 0.5e-10;
+  EXPECT_FALSE(sp[0].IsValid());
 }
 
 TEST(CSegment, SegmentDistances) {
   const CSegment unit(SMat(0, 0, 0), SMat(1, 0, 0));
-  SMat p1;
-  SMat p2;
+  SMat p1, p2;
   SegmentPoint sp[2];
-  // Parallel segments apart along their line: the distance is from the first foot to o's P,
-  // not from this segment's Q (one-sided clamping).
+  // Parallel segments apart along their line: from the first foot to o's P, not from this
+  // segment's Q (one-sided clamping).
   EXPECT_DOUBLE_EQ(unit.DistSegm(CSegment(SMat(5, 1, 0), SMat(6, 1, 0)), &p1, &p2, sp), std::sqrt(26.0));
-  ExpectVec(p1, 0.0, 0.0, 0.0);
-  ExpectVec(p2, 5.0, 1.0, 0.0);
+  ExpectVec(p1, 0, 0, 0);
+  ExpectVec(p2, 5, 1, 0);
   EXPECT_EQ(sp[1].kind, CSegment::eSegAtP);
-  EXPECT_EQ(sp[1].len, 1.0);
-  EXPECT_DOUBLE_EQ(unit.SquareDistSegment(CSegment(SMat(5, 1, 0), SMat(6, 1, 0)), &p1, &p2), 26.0);
+  EXPECT_DOUBLE_EQ(unit.SquareDistSegment(CSegment(SMat(5, 1, 0), SMat(6, 1, 0))), 26.0);
 
   // Crossing segments, one above the other.
-  const CSegment across(SMat(1, -1, 1), SMat(1, 1, 1));
-  EXPECT_DOUBLE_EQ(kX10.DistSegm(across, &p1, &p2, sp), 1.0);
-  ExpectVec(p1, 1.0, 0.0, 0.0);
-  ExpectVec(p2, 1.0, 0.0, 1.0);
-  EXPECT_EQ(sp[0].kind, CSegment::eSegInside);
+  EXPECT_DOUBLE_EQ(kX10.DistSegm(CSegment(SMat(1, -1, 1), SMat(1, 1, 1)), &p1, &p2, sp), 1.0);
+  ExpectVec(p1, 1, 0, 0);
+  ExpectVec(p2, 1, 0, 1);
   EXPECT_EQ(sp[1].kind, CSegment::eSegInside);
   EXPECT_EQ(sp[1].len, 2.0);
 
-  // o's nearest point lies beyond its Q: p2 is clamped to o's Q, p1 stays at the foot.
+  // o's nearest point beyond its Q: p2 is clamped to o's Q, p1 stays at the foot.
   const CSegment shortO(SMat(3, -5, 2), SMat(3, -4, 2));
   EXPECT_DOUBLE_EQ(kX10.DistSegm(shortO, &p1, &p2, sp), std::sqrt(20.0));
-  ExpectVec(p1, 3.0, 0.0, 0.0);
-  ExpectVec(p2, 3.0, -4.0, 2.0);
+  ExpectVec(p2, 3, -4, 2);
   EXPECT_EQ(sp[1].kind, CSegment::eSegAtQ);
   EXPECT_EQ(sp[1].t, 1.0);
   EXPECT_DOUBLE_EQ(kX10.SquareDistSegment(shortO), 20.0);
-
-  // A segment lying on this one: 0, both points at its P.
-  EXPECT_EQ(kX10.SquareDistSegment(CSegment(SMat(2, 0, 0), SMat(3, 0, 0)), &p1, &p2), 0.0);
-  ExpectVec(p2, 2.0, 0.0, 0.0);
+  EXPECT_EQ(kX10.SquareDistSegment(CSegment(SMat(2, 0, 0), SMat(3, 0, 0)), &p1, &p2), 0.0);  // lies on it
+  ExpectVec(p2, 2, 0, 0);
 }
 
 TEST(CSegment, Intersections) {
@@ -218,39 +141,31 @@ TEST(CSegment, Intersections) {
   CLineal::ELinePosn posn = CLineal::eLinePosnUnknown;
   EXPECT_EQ(unit.GetIntesection(Line(2, -1, 0, 0, 1, 0), p, t, &posn), eNikNo);  // at parameter 2
   EXPECT_EQ(posn, CLineal::eIntersecting);
-  EXPECT_EQ(unit.GetIntesection(Line(0.5, -1, 0, 0, 1, 0), p, t), eNikYes);
-  ExpectVec(p, 0.5, 0.0, 0.0);
+  EXPECT_EQ(unit.GetIntesection(Line(0.5, -1, 0, 0, 1, 0), p), eNikYes);
+  ExpectVec(p, 0.5, 0, 0);
   EXPECT_EQ(unit.GetIntesection(Line(0.5, -1, 1, 0, 1, 0), p), eNikNo);  // skew
-  EXPECT_EQ(unit.GetIntesection(Line(0, 1, 0, 1, 0, 0), p, t, &posn), eNikUndefined);
-  EXPECT_EQ(posn, CLineal::eParallel);
+  EXPECT_EQ(unit.GetIntesection(Line(0, 1, 0, 1, 0, 0), p, t), eNikUndefined);
   EXPECT_EQ(t[0], 1e307);
-  // Coincident: the parameters of P and Q on the line, in the line's sense.
-  p.Set(9, 9, 9);
+  // Coincident: p becomes P, t the parameters of P and Q on the line, in the line's sense.
   EXPECT_EQ(unit.GetIntesection(Line(5, 0, 0, -1, 0, 0), p, t, &posn), eNikUndefined);
   EXPECT_EQ(posn, CLineal::eCoincident);
-  ExpectVec(p, 0.0, 0.0, 0.0);
+  ExpectVec(p, 0, 0, 0);
   EXPECT_EQ(t[0], 5.0);
   EXPECT_EQ(t[1], 4.0);
 
   SegmentPoint sp[2];
   EXPECT_EQ(kX10.GetIntesection(CSegment(SMat(3, -1, 0), SMat(3, 1, 0)), p, sp), eNikYes);
-  ExpectVec(p, 3.0, 0.0, 0.0);
   EXPECT_EQ(sp[0].t, 3.0);
   EXPECT_EQ(sp[1].t, 1.0);
-  EXPECT_EQ(sp[0].kind, CSegment::eSegInside);
   EXPECT_EQ(sp[1].posn, CLineal::eIntersecting);
   EXPECT_EQ(sp[1].len, 2.0);
   EXPECT_EQ(kX10.GetIntesection(CSegment(SMat(3, 1, 0), SMat(3, 2, 0)), p, sp), eNikNo);  // short of o
   EXPECT_EQ(kX10.GetIntesection(CSegment(SMat(3, 0, 0), SMat(3, 2, 0)), p), eNikYes);      // at o's P
 
-  // Collinear overlap.
   RangeR1 r;
-  EXPECT_TRUE(kX10.GetCollinearIntersSet(CSegment(SMat(4, 0, 0), SMat(15, 0, 0)), &r));
-  EXPECT_EQ(r.GetMin(), 4.0);
-  EXPECT_EQ(r.GetMax(), 10.0);
   CSegment cut = kX10;
   EXPECT_TRUE(cut.IntersectCollinear(CSegment(SMat(4, 0, 0), SMat(15, 0, 0)), &r));
-  ExpectVec(cut.origin, 4.0, 0.0, 0.0);
+  ExpectVec(cut.origin, 4, 0, 0);
   EXPECT_EQ(cut.length, 6.0);
   // Running the other way the set comes out reversed, which as an interval is empty.
   EXPECT_TRUE(kX10.GetCollinearIntersSet(CSegment(SMat(15, 0, 0), SMat(4, 0, 0)), &r));
@@ -260,40 +175,11 @@ TEST(CSegment, Intersections) {
   EXPECT_FALSE(cut.IntersectCollinear(CSegment(SMat(15, 0, 0), SMat(4, 0, 0))));
   EXPECT_EQ(cut.length, 10.0);
   EXPECT_FALSE(kX10.GetCollinearIntersSet(CSegment(SMat(4, 1, 0), SMat(15, 1, 0))));
-  EXPECT_FALSE(kX10.GetCollinearIntersSet(CSegment(SMat(4, 0, 0), SMat(4, 0, 0))));
-}
-
-TEST(CSegment, FramesAndProjections) {
-  CMFrame f;
-  f.origin.Set(1, 2, 3);
-  f.Rotate(0.3, 2);
-  CSegment s(SMat(1, 5, -2), SMat(4, 1, 0));
-  s.ToLocal(f);
-  s.ToGlobal(f);
-  ExpectVec(s.origin, 1.0, 5.0, -2.0, 1e-14);
-  SMat q;
-  s.GetQ(q);
-  ExpectVec(q, 4.0, 1.0, 0.0, 1e-14);
-
-  CMFrame flat;
-  CMLine line;
-  s.To2D(flat, line);
-  ASSERT_EQ(line.GetSize(), 2);
-  EXPECT_NEAR(line.m_pts[1].x, 4.0, 1e-14);
-  Segment2D seg;
-  s.ProjectToPlane(flat, seg);
-  EXPECT_NEAR(seg.length, 5.0, 1e-14);
-
-  CSegment vertical(SMat(1, 1, 1), SMat(1, 1, 5));
-  EXPECT_FALSE(vertical.ProjectToPlane(SMat(0, 0, 2)));  // both ends land on one point
-  EXPECT_TRUE(s.ProjectToPlane(SMat(0, 0, 1)));
-  ExpectVec(s.origin, 1.0, 5.0, 0.0, 1e-14);
 }
 
 TEST(PointArray, PolylineQueries) {
   PointArray a;
   EXPECT_EQ(a.Dist(SMat(1, 1, 1)), 1e307);
-  EXPECT_EQ(a.GetMaxInd(), -1);
   const SMat pts[] = {SMat(0, 0, 0), SMat(4, 0, 0), SMat(4, 3, 0)};
   a.Set(pts, 1);
   EXPECT_EQ(a.Dist(SMat(3, 4, 0)), 5.0);  // one point
@@ -301,15 +187,10 @@ TEST(PointArray, PolylineQueries) {
   EXPECT_EQ(a.GetMaxInd(), 2);
   SMat near;
   EXPECT_EQ(a.Dist(SMat(6, 1, 0), &near), 2.0);
-  ExpectVec(near, 4.0, 1.0, 0.0);
-  EXPECT_EQ(a.Dist(SMat(2, -1, 0)), 1.0);
+  ExpectVec(near, 4, 1, 0);
   CSegment s;
   EXPECT_TRUE(a.GetSegment(1, s));
   EXPECT_EQ(s.length, 3.0);
-  EXPECT_FALSE(a.GetSegment(2, s));
-  SMat back[3];
-  a.CopyTo(back);
-  ExpectVec(back[2], 4.0, 3.0, 0.0);
 
   PCExBase out;
   out.StartStoring();
@@ -321,7 +202,7 @@ TEST(PointArray, PolylineQueries) {
   PointArray b;
   ASSERT_TRUE(b.PersistXML(in));
   ASSERT_EQ(b.GetSize(), 3);
-  ExpectVec(b[1], 4.0, 0.0, 0.0, 0.0);
+  ExpectVec(b[2], 4, 3, 0, 0.0);
   PCExBase bad;
   ASSERT_TRUE(bad.LoadString("<Pa N=\"2\" P=\"1 2 3\" />"));
   EXPECT_FALSE(b.PersistXML(bad));
@@ -332,8 +213,5 @@ TEST(PointArray, PolylineQueries) {
   char caption[64] = {};
   sec->GetCaption(caption, sizeof caption);
   EXPECT_EQ(std::string(caption).rfind("path ", 0), 0u);
-  int strips = 0;
-  sec->GetStripCount(&strips);
-  EXPECT_EQ(strips, 1);
   sec->Release();
 }
