@@ -12,3 +12,4 @@ void DemoMatrices();
 void DemoSolver();
 void DemoFrames();
 void DemoObjects();
+void DemoTriangles();

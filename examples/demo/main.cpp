@@ -13,5 +13,6 @@ int main(int argc, char** argv) {
   DemoSolver();
   DemoFrames();
   DemoObjects();
+  DemoTriangles();
   return 0;
 }
