@@ -1,4 +1,5 @@
 #include <znmt64/CLineal.h>
+#include <znmt64/CMFrame.h>
 #include <znmt64/CPlane.h>
 
 #include <znag64/AnGeoState.h>
@@ -221,4 +222,17 @@ TEST(CLineal, DebugArrow) {
   l.Dp(2.0);
   ASSERT_EQ(AnGeoState::GetDbg()->m_items.size(), before + 1);
   EXPECT_TRUE(AnGeoState::GetDbg()->m_items.back().b3D);
+}
+
+TEST(CLineal, FramesOnLines) {
+  CLineal l = Line(1, 0, 0, 0, 0, 1);
+  CMFrame f;
+  f.Rotate(l, kPi);  // the origin turns about the line, the axes about its direction
+  ExpectVec(f.origin, 2, 0, 0);
+  ExpectVec(f.axes[0], -1, 0, 0);
+  l.dir.Set(0, 1, 0);
+  const CMFrame on(l);
+  ExpectVec(on.origin, 1, 0, 0);
+  ExpectVec(on.axes[2], 0, 1, 0);
+  EXPECT_TRUE(on.IsValid() && on.GetOrientation());
 }
