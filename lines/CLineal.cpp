@@ -117,6 +117,9 @@ double CLineal::DistConical(const CLineal& o, double a, SMat* p1, SMat* p2, doub
   SMat q2;
   double s[2] = {0.0, 0.0};  // parallel lines leave the parameters unwritten
   const double d = Dist(o, &q1, &q2, s, nullptr);
+  // A line without a direction (Invalidate, a failed PassPlane) makes no angle: the value is
+  // undefined, rather than SMat::Angle's throw, which no caller of a line query catches.
+  if (dir.Norm() < 1e-10 || o.dir.Norm() < 1e-10) return 1e307;
   const double phi = dir.Angle(o.dir, 1e-10);
   if (std::fabs(phi - kHalfPi) < 1e-10) return 1e307;
   const double acute = phi > kHalfPi - 1e-10 ? kPi - phi : phi;
