@@ -224,8 +224,8 @@ class ZNMT64_API Triangle3D {
   }
   virtual ~Triangle3D();
 
-  // The corners only. The target keeps its own cached normal: callers that move corners clear
-  // vNormal themselves.
+  // The corners only. The target keeps its own cached normal, which need not fit the new corners:
+  // clear vNormal after moving corners (SetVertex and Divide do not either).
   void Copy(const Triangle3D& t) {
     for (int i = 0; i < 3; ++i) m_p[i] = t.m_p[i];
   }
