@@ -16,22 +16,13 @@ TEST(ModuleEntry, RegisteredAsClientOfTheRegistry) {
 }
 
 TEST(RenderContext2, UnsetAfterConstructionAndCopiedWhole) {
-  RenderContext2 a;
-  EXPECT_EQ(a.s1, -1);
-  EXPECT_EQ(a.s2, -1);
-  EXPECT_EQ(a.d1, -1.0);
-  EXPECT_EQ(a.d2, -1.0);
-  EXPECT_EQ(a.d3, -1.0);
-  RenderContext2 b;
+  RenderContext2 a, b;
+  EXPECT_TRUE(a.s1 == -1 && a.s2 == -1 && a.d1 == -1.0 && a.d2 == -1.0 && a.d3 == -1.0);
   b.s1 = 3;
   b.s2 = -7;
   b.d1 = 0.5;
   b.d2 = 1e300;
   b.d3 = -0.0;
   a = b;
-  EXPECT_EQ(a.s1, 3);
-  EXPECT_EQ(a.s2, -7);
-  EXPECT_EQ(a.d1, 0.5);
-  EXPECT_EQ(a.d2, 1e300);
-  EXPECT_TRUE(std::signbit(a.d3));
+  EXPECT_TRUE(a.s1 == 3 && a.s2 == -7 && a.d1 == 0.5 && a.d2 == 1e300 && std::signbit(a.d3));
 }
