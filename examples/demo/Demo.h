@@ -13,3 +13,4 @@ void DemoSolver();
 void DemoFrames();
 void DemoObjects();
 void DemoTriangles();
+void DemoLines();

@@ -14,5 +14,6 @@ int main(int argc, char** argv) {
   DemoFrames();
   DemoObjects();
   DemoTriangles();
+  DemoLines();
   return 0;
 }
