@@ -16,12 +16,21 @@ typedef std::int64_t LONGLONG;
 typedef std::uint64_t ULONGLONG;
 typedef std::int64_t INT_PTR;
 typedef std::uint64_t UINT_PTR;
+typedef std::uint64_t DWORD_PTR;
+typedef std::uint64_t ULONG_PTR;
+typedef std::int16_t SHORT;
+typedef std::uint16_t USHORT;
+typedef char CHAR;
+typedef int INT;
+typedef float FLOAT;
+typedef double DOUBLE;
 typedef std::int32_t HRESULT;
 typedef char TCHAR;
 typedef char* LPTSTR;
 typedef const char* LPCTSTR;
 typedef const char* LPCSTR;
 typedef void* LPVOID;
+typedef BYTE* LPBYTE;
 
 #ifndef TRUE
 #define TRUE 1

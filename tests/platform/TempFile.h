@@ -1,0 +1,45 @@
+// A unique file name in the test directory (ZNMT64_TEST_TMP, else the system's), removed at the end.
+#pragma once
+#include <unistd.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+class TempFile {
+ public:
+  explicit TempFile(const char* stem = "pf") {
+    static std::atomic<unsigned> counter{0};
+    const char* env = std::getenv("ZNMT64_TEST_TMP");
+    std::filesystem::path dir = env != nullptr && *env != '\0' ? std::filesystem::path(env)
+                                                               : std::filesystem::temp_directory_path();
+    std::filesystem::create_directories(dir);
+    m_path = (dir / (std::string(stem) + "-" + std::to_string(::getpid()) + "-" +
+                     std::to_string(counter++) + ".bin"))
+                 .string();
+    std::filesystem::remove(m_path);
+  }
+  ~TempFile() {
+    std::error_code ec;
+    std::filesystem::remove(m_path, ec);
+  }
+  TempFile(const TempFile&) = delete;
+  TempFile& operator=(const TempFile&) = delete;
+
+  const char* c_str() const { return m_path.c_str(); }
+  std::vector<unsigned char> Bytes() const {
+    std::ifstream in(m_path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+  }
+  void Put(const std::vector<unsigned char>& bytes) const {
+    std::ofstream out(m_path, std::ios::binary | std::ios::trunc);
+    out.write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
+  }
+
+ private:
+  std::string m_path;
+};
