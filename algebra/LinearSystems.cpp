@@ -7,7 +7,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstdint>
 #include <cstdlib>
+#include <cstring>
 
 CNRCUtil::~CNRCUtil() = default;
 
@@ -60,6 +62,287 @@ void lubksb(double** a, int n, int* indx, double* b) {
   }
 }
 
+// ---- LU decomposition ------------------------------------------------------------------------
+//
+// The factors must be those of the textbook Crout loop to the last bit: element (i, j) starts from
+// its own value, loses the products a(i, k)·a(k, j) for k = 1 … min(i, j) − 1 one at a time in
+// increasing k, and below the diagonal is then multiplied by the reciprocal of the pivot. Any
+// schedule that keeps that sequence for every element gives the same bits, so the work is done
+// right-looking and recursively: factor the left half of the columns, solve for the top right
+// block, subtract the product of the two from the bottom right block, factor that. Nearly all the
+// work lands in the block subtraction, which runs over cache-sized packed blocks with products
+// subtracted one k at a time across vectors of columns (multiply, then subtract: never fused).
+//
+// Rows are exchanged whole, as the loop does. That is sound in any schedule because every row at
+// or below the current pivot has received the same updates in each column so far, each with its
+// own multipliers, which travel with it.
+
+namespace {
+
+// Storage of the decomposition, indexed from 0: a(i, j) = a[i * n + j].
+struct LUState {
+  double* a;
+  long n;
+  double* vv;  // 1 / the largest magnitude of each row, indexed by current row position
+  int* indx;   // 1-based, as the caller sees it
+  double d;
+  double* pack;  // scratch for the block subtraction
+};
+
+// Blocking of the subtraction C -= A·B: B is packed KC × NC, A MC × KC, in strips a register tile
+// wide. Sized for the level-2 cache; see bench/ for the measurements behind them.
+constexpr long kKC = 256;
+constexpr long kMC = 96;
+constexpr long kNC = 1024;
+constexpr long kMaxMR = 16;
+constexpr long kMaxNR = 32;
+constexpr long kPackDoubles = kKC * (kNC + kMaxNR) + kKC * (kMC + kMaxMR) + 8;  // + alignment slack
+
+// Column blocks narrower than this are factored column by column.
+constexpr long kFactorBase = 16;
+// Triangular blocks of at most this many rows are solved row by row.
+constexpr long kTriBase = 16;
+
+template <class V>
+[[gnu::always_inline]] inline void LoadV(V& v, const double* p) {
+  std::memcpy(&v, p, sizeof v);
+}
+template <class V>
+[[gnu::always_inline]] inline void StoreV(double* p, const V& v) {
+  std::memcpy(p, &v, sizeof v);
+}
+
+// y[0 … len) -= s·x[0 … len), element by element.
+template <class V>
+[[gnu::always_inline]] inline void SubScaled(double* y, const double* x, double s, long len) {
+  constexpr long W = sizeof(V) / sizeof(double);
+  long j = 0;
+  for (; j + W <= len; j += W) {
+    V vy, vx;
+    LoadV(vy, y + j);
+    LoadV(vx, x + j);
+    vy = vy - s * vx;
+    StoreV(y + j, vy);
+  }
+  for (; j < len; ++j) y[j] = y[j] - s * x[j];
+}
+
+// The register tile: C (MR × NR, row stride ldc) -= Σ over k of A(:, k)·B(k, :), one k at a time.
+// Ap holds A column by column (MR values per k), Bp holds B row by row (NR values per k).
+template <class V, int MR, int NV>
+[[gnu::always_inline]] inline void Tile(long kc, const double* Ap, const double* Bp, double* C, long ldc) {
+  constexpr int W = sizeof(V) / sizeof(double);
+  constexpr int NR = W * NV;
+  V c[MR][NV];
+#pragma GCC unroll 16
+  for (int r = 0; r < MR; ++r)
+#pragma GCC unroll 8
+    for (int v = 0; v < NV; ++v) LoadV(c[r][v], C + r * ldc + v * W);
+  for (long k = 0; k < kc; ++k) {
+    V b[NV];
+#pragma GCC unroll 8
+    for (int v = 0; v < NV; ++v) LoadV(b[v], Bp + k * NR + v * W);
+#pragma GCC unroll 16
+    for (int r = 0; r < MR; ++r) {
+      const double s = Ap[k * MR + r];
+#pragma GCC unroll 8
+      for (int v = 0; v < NV; ++v) c[r][v] = c[r][v] - s * b[v];
+    }
+  }
+#pragma GCC unroll 16
+  for (int r = 0; r < MR; ++r)
+#pragma GCC unroll 8
+    for (int v = 0; v < NV; ++v) StoreV(C + r * ldc + v * W, c[r][v]);
+}
+
+// a(i, j) -= Σ over k in [k0, k1) of a(i, k)·a(k, j) for i in [i0, i1), j in [j0, j1), k ascending
+// and each product subtracted in turn. The three blocks do not overlap (k1 <= i0 and k1 <= j0, or
+// the rows of the left factor lie below those of the right one).
+template <class V, int MR, int NV>
+[[gnu::always_inline]] inline void SubtractProductT(double* a, long lda, long i0, long i1, long j0, long j1, long k0,
+                                                    long k1, double* pack) {
+  constexpr long NR = static_cast<long>(sizeof(V) / sizeof(double)) * NV;
+  static_assert(MR <= kMaxMR && NR <= kMaxNR);
+  double* const Bp = pack;
+  double* const Ap = pack + kKC * (kNC + kMaxNR);
+  for (long kb = k0; kb < k1; kb += kKC) {
+    const long kc = std::min(kKC, k1 - kb);
+    for (long jb = j0; jb < j1; jb += kNC) {
+      const long nc = std::min(kNC, j1 - jb);
+      // B in strips of NR columns, k-major within a strip; columns past the block are zeros.
+      for (long js = 0; js < nc; js += NR) {
+        double* strip = Bp + js * kc;
+        const long w = std::min(NR, nc - js);
+        for (long k = 0; k < kc; ++k) {
+          const double* from = a + (kb + k) * lda + jb + js;
+          double* to = strip + k * NR;
+          std::copy_n(from, w, to);
+          std::fill(to + w, to + NR, 0.0);
+        }
+      }
+      for (long ib = i0; ib < i1; ib += kMC) {
+        const long mc = std::min(kMC, i1 - ib);
+        // A in strips of MR rows, k-major within a strip; rows past the block are zeros.
+        for (long is = 0; is < mc; is += MR) {
+          double* strip = Ap + is * kc;
+          const long h = std::min<long>(MR, mc - is);
+          for (long r = 0; r < h; ++r) {
+            const double* from = a + (ib + is + r) * lda + kb;
+            for (long k = 0; k < kc; ++k) strip[k * MR + r] = from[k];
+          }
+          for (long r = h; r < MR; ++r)
+            for (long k = 0; k < kc; ++k) strip[k * MR + r] = 0.0;
+        }
+        for (long js = 0; js < nc; js += NR) {
+          const long w = std::min(NR, nc - js);
+          for (long is = 0; is < mc; is += MR) {
+            const long h = std::min<long>(MR, mc - is);
+            double* C = a + (ib + is) * lda + jb + js;
+            if (h == MR && w == NR) {
+              Tile<V, MR, NV>(kc, Ap + is * kc, Bp + js * kc, C, lda);
+              continue;
+            }
+            // An edge tile works on a copy; the lanes outside the block are thrown away.
+            double t[MR * NR] = {};
+            for (long r = 0; r < h; ++r) std::copy_n(C + r * lda, w, t + r * NR);
+            Tile<V, MR, NV>(kc, Ap + is * kc, Bp + js * kc, t, NR);
+            for (long r = 0; r < h; ++r) std::copy_n(t + r * NR, w, C + r * lda);
+          }
+        }
+      }
+    }
+  }
+}
+
+// The unit lower triangle of rows [r0, r1) applied backwards to columns [c0, c1) of those rows:
+// a(i, j) -= Σ over k in [r0, i) of a(i, k)·a(k, j), k ascending, one row after another. Columns
+// are taken in chunks that stay in the first-level cache.
+template <class V>
+[[gnu::always_inline]] inline void SolveUnitLowerT(double* a, long lda, long r0, long r1, long c0, long c1) {
+  constexpr long kChunk = 256;
+  for (long cb = c0; cb < c1; cb += kChunk) {
+    const long len = std::min(kChunk, c1 - cb);
+    for (long i = r0 + 1; i < r1; ++i)
+      for (long k = r0; k < i; ++k) SubScaled<V>(a + i * lda + cb, a + k * lda + cb, a[i * lda + k], len);
+  }
+}
+
+using SubtractProductFn = void (*)(double*, long, long, long, long, long, long, long, double*);
+using SolveUnitLowerFn = void (*)(double*, long, long, long, long, long);
+
+struct LUKernels {
+  SubtractProductFn subtractProduct;
+  SolveUnitLowerFn solveUnitLower;
+};
+
+// The library is built for baseline x86-64; the wider vectors are chosen when the processor has
+// them. Multiplications and subtractions are the same IEEE operations at every width, so the
+// choice changes the speed only.
+using V2 = double __attribute__((vector_size(16)));
+using V4 = double __attribute__((vector_size(32)));
+using V8 = double __attribute__((vector_size(64)));
+
+#if defined(__x86_64__)
+__attribute__((target("avx512f"))) void SubtractProduct512(double* a, long lda, long i0, long i1, long j0, long j1,
+                                                           long k0, long k1, double* pack) {
+  SubtractProductT<V8, 8, 2>(a, lda, i0, i1, j0, j1, k0, k1, pack);
+}
+__attribute__((target("avx512f"))) void SolveUnitLower512(double* a, long lda, long r0, long r1, long c0, long c1) {
+  SolveUnitLowerT<V8>(a, lda, r0, r1, c0, c1);
+}
+__attribute__((target("avx2"))) void SubtractProduct256(double* a, long lda, long i0, long i1, long j0, long j1,
+                                                        long k0, long k1, double* pack) {
+  SubtractProductT<V4, 4, 3>(a, lda, i0, i1, j0, j1, k0, k1, pack);
+}
+__attribute__((target("avx2"))) void SolveUnitLower256(double* a, long lda, long r0, long r1, long c0, long c1) {
+  SolveUnitLowerT<V4>(a, lda, r0, r1, c0, c1);
+}
+#endif
+void SubtractProduct128(double* a, long lda, long i0, long i1, long j0, long j1, long k0, long k1, double* pack) {
+  SubtractProductT<V2, 4, 2>(a, lda, i0, i1, j0, j1, k0, k1, pack);
+}
+void SolveUnitLower128(double* a, long lda, long r0, long r1, long c0, long c1) {
+  SolveUnitLowerT<V2>(a, lda, r0, r1, c0, c1);
+}
+
+LUKernels SelectKernels() {
+#if defined(__x86_64__)
+  __builtin_cpu_init();
+  if (__builtin_cpu_supports("avx512f")) return {SubtractProduct512, SolveUnitLower512};
+  if (__builtin_cpu_supports("avx2")) return {SubtractProduct256, SolveUnitLower256};
+#endif
+  return {SubtractProduct128, SolveUnitLower128};
+}
+
+const LUKernels& Kernels() {
+  static const LUKernels k = SelectKernels();
+  return k;
+}
+
+// Columns [c0, c1) one at a time, as the textbook loop finishes them: pivot, exchange, scale,
+// then the step's products subtracted from the rest of these columns.
+void FactorColumns(LUState& s, long c0, long c1) {
+  double* const a = s.a;
+  const long n = s.n;
+  for (long j = c0; j < c1; ++j) {
+    double big = 0.0;
+    long imax = j;  // stays when no candidate compares (a column of NaN)
+    for (long i = j; i < n; ++i) {
+      // Greater-or-equal: among equal candidates the last row is the pivot. Results depend on it.
+      const double dum = s.vv[i] * std::fabs(a[i * n + j]);
+      if (dum >= big) {
+        big = dum;
+        imax = i;
+      }
+    }
+    if (imax != j) {
+      std::swap_ranges(a + imax * n, a + imax * n + n, a + j * n);
+      s.d = -s.d;
+      s.vv[imax] = s.vv[j];
+    }
+    s.indx[j + 1] = static_cast<int>(imax + 1);
+    // A singular matrix still decomposes: callers see huge values rather than a division by zero.
+    double* const pivotRow = a + j * n;
+    if (pivotRow[j] == 0.0) pivotRow[j] = 1e-20;
+    if (j == n - 1) continue;
+    const double dum = 1.0 / pivotRow[j];
+    for (long i = j + 1; i < n; ++i) {
+      double* const row = a + i * n;
+      const double l = row[j] *= dum;
+      for (long c = j + 1; c < c1; ++c) row[c] = row[c] - l * pivotRow[c];
+    }
+  }
+}
+
+// Rows [r0, r1) of columns [c0, c1) through the unit lower triangle of those rows.
+void SolveUnitLower(LUState& s, long r0, long r1, long c0, long c1) {
+  if (r1 - r0 <= kTriBase) {
+    Kernels().solveUnitLower(s.a, s.n, r0, r1, c0, c1);
+    return;
+  }
+  const long mid = r0 + (r1 - r0) / 2;
+  SolveUnitLower(s, r0, mid, c0, c1);
+  Kernels().subtractProduct(s.a, s.n, mid, r1, c0, c1, r0, mid, s.pack);
+  SolveUnitLower(s, mid, r1, c0, c1);
+}
+
+// Columns [c0, c1), every row from c0 down; the products of the columns left of c0 have been
+// subtracted already.
+void Factor(LUState& s, long c0, long c1) {
+  if (c1 - c0 <= kFactorBase) {
+    FactorColumns(s, c0, c1);
+    return;
+  }
+  // The split keeps the left part a multiple of the column-by-column width.
+  const long mid = c0 + std::max(kFactorBase, (c1 - c0) / 2 / kFactorBase * kFactorBase);
+  Factor(s, c0, mid);
+  SolveUnitLower(s, c0, mid, mid, c1);
+  Kernels().subtractProduct(s.a, s.n, mid, s.n, mid, c1, c0, mid, s.pack);
+  Factor(s, mid, c1);
+}
+
+}  // namespace
+
 bool Mat::LUDecompose(int* indx, double& d) {
   d = 1.0;
   const int n = m_nCols;
@@ -68,14 +351,11 @@ bool Mat::LUDecompose(int* indx, double& d) {
   // not hold that block (fewer rows than columns, no block) is left alone and reported singular.
   if (m_nRows < n || HeldSize() < static_cast<long>(n) * n) return false;
 
-  NRVec1<double*> rows(n + 1);
-  NRVec1<double> vv(n + 1);  // 1 / the largest magnitude of each row
-  double** a = rows.data();
-  FillRowPtrs(a, *this, n);
-
-  for (int i = 1; i <= n; ++i) {
+  NRVec1<double> vv(n);
+  for (long i = 0; i < n; ++i) {
+    const double* row = m_pData + i * n;
     double big = 0.0;
-    for (int j = 1; j <= n; ++j) big = std::max(big, std::fabs(a[i][j]));
+    for (long j = 0; j < n; ++j) big = std::max(big, std::fabs(row[j]));
     if (big == 0.0) {
       // Nothing has been changed yet; the work storage goes with this scope.
       Error("Singular matrix in routine ludcmp\n");
@@ -84,38 +364,13 @@ bool Mat::LUDecompose(int* indx, double& d) {
     vv[i] = 1.0 / big;
   }
 
-  for (int j = 1; j <= n; ++j) {
-    for (int i = 1; i < j; ++i) {
-      double sum = a[i][j];
-      for (int k = 1; k < i; ++k) sum -= a[i][k] * a[k][j];
-      a[i][j] = sum;
-    }
-    double big = 0.0;
-    int imax = j;  // stays when no candidate compares (a column of NaN)
-    for (int i = j; i <= n; ++i) {
-      double sum = a[i][j];
-      for (int k = 1; k < j; ++k) sum -= a[i][k] * a[k][j];
-      a[i][j] = sum;
-      // Greater-or-equal: among equal candidates the last row is the pivot. Results depend on it.
-      const double dum = vv[i] * std::fabs(sum);
-      if (dum >= big) {
-        big = dum;
-        imax = i;
-      }
-    }
-    if (j != imax) {
-      std::swap_ranges(a[imax] + 1, a[imax] + n + 1, a[j] + 1);
-      d = -d;
-      vv[imax] = vv[j];
-    }
-    indx[j] = imax;
-    // A singular matrix still decomposes: callers see huge values rather than a division by zero.
-    if (a[j][j] == 0.0) a[j][j] = 1e-20;
-    if (j != n) {
-      const double dum = 1.0 / a[j][j];
-      for (int i = j + 1; i <= n; ++i) a[i][j] *= dum;
-    }
-  }
+  // Only a matrix that is split into blocks needs the packing scratch; 64-byte aligned within it.
+  NRWork<double, 1> pack(n > kFactorBase ? kPackDoubles : 1);
+  double* packAt = pack.data();
+  packAt += (64 - reinterpret_cast<std::uintptr_t>(packAt) % 64) % 64 / sizeof(double);
+  LUState s{m_pData, n, vv.data(), indx, 1.0, packAt};
+  Factor(s, 0, n);
+  d = s.d;
   return true;
 }
 
