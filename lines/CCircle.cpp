@@ -39,6 +39,9 @@ SMat RimPoint(const CCircle& c, const CMFrame& f, double cosA, double sinA) {
 // ---- location --------------------------------------------------------------------------------------
 
 CPlane::ELineLocn CCircle::GetLocationWRT(const CPlane& pl) const {
+  // A plane without a normal (a failed PassPlane) or a circle without an axis has no angle to the
+  // other: undefined, rather than SMat::Angle's throw, which no caller of a location query catches.
+  if (pl.dir.Norm() < 1e-10 || dir.Norm() < 1e-10) return CPlane::eLineUndefined;
   double phi = pl.dir.Angle(dir, 1e-10);
   if (phi > kHalfPi) phi = kPi - phi;
   const double s = pl.FindPtToLineProjection(origin);

@@ -37,7 +37,8 @@ bool CLineal::GetPoint(double value, int i, SMat& out) const {
 
 double CLineal::GetAngle(const SMat& p) const {
   const SMat v = p - origin;
-  if (v.IsZero(1e-10)) return 1e307;
+  // A line without a direction makes no angle either: undefined, rather than SMat::Angle's throw.
+  if (v.IsZero(1e-10) || dir.Norm() < 1e-10) return 1e307;
   return dir.Angle(v, 1e-10);
 }
 

@@ -39,6 +39,9 @@ double Triangle3D::GetCornerAngle(int i) const {
   if (i < 0 || i >= 3) return -9.42477796076938;  // -3pi: no angle has it
   SMat a, b;
   GetSides(i, a, b);
+  // A side shorter than 1e-10 makes no angle at the corner: the same marker, rather than
+  // SMat::Angle's throw, which callers of a triangle never expect.
+  if (a.Norm() < 1e-10 || b.Norm() < 1e-10) return -9.42477796076938;
   return a.Angle(b, 1e-10);
 }
 

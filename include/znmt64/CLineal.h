@@ -145,7 +145,7 @@ class ZNMT64_API CLineal {
     if (std::fabs(o) < 1e-10) return GetPointLocation(p);
     return o < 0.0 ? eNegativeSide : ePositiveSide;
   }
-  // Angle between dir and p - origin; 1e307 when p is the origin.
+  // Angle between dir and p - origin; 1e307 when p is the origin or the line has no direction.
   double GetAngle(const SMat& p) const;
   // p1 on the line and p2 - p1 not pointing forward along it: the product is signed, so a vector
   // pointing backwards counts as normal, and tol is not used. Callers rely on both. True when

@@ -18,7 +18,9 @@ class SMat;
 
 class ZNMT64_API CMatWriter {
  public:
-  enum EObjectType { eVector = 0, eLine = 1, eFrame = 2, ePlaneEqn = 3 };
+  // Of a fixed type, so that a value outside the enumeration, which GetStorageSize answers with 0,
+  // is a valid EObjectType rather than undefined behaviour.
+  enum EObjectType : int { eVector = 0, eLine = 1, eFrame = 2, ePlaneEqn = 3 };
 
   // The archive is the caller's and must outlive its use here.
   CMatWriter() : m_pArchive(nullptr) {}

@@ -291,8 +291,8 @@ class ZNMT64_API Triangle3D {
   double GetSize() const;
   // Distance to the nearest corner; *pInd its index, the first of equal ones.
   double GetDistVertex(const SMat& p, int* pInd = nullptr) const;
-  // Angle at corner i in [0, pi]; -3pi for i outside 0..2. A side shorter than 1e-10 throws
-  // SMat::Angle's CMatrExeption.
+  // Angle at corner i in [0, pi]; -3pi for i outside 0..2, and for a corner one of whose sides is
+  // shorter than 1e-10.
   double GetCornerAngle(int i) const;
   // out[k] = coordinate axis (0..2) of corner k; nothing for axis >= 3.
   void GetAxisProjections(unsigned char axis, double* out) const {

@@ -30,3 +30,11 @@ TEST(CLinealRegression, ConicalDistanceOfALineWithoutDirectionIsUndefined) {
   nan.dir.x = std::numeric_limits<double>::quiet_NaN();
   EXPECT_NO_THROW(nan.DistConical(skew, 1.0, &p1, &p2, t));
 }
+
+TEST(CLinealRegression, AngleFromALineWithoutDirectionIsUndefined) {
+  CLineal none = Line(1, 2, 3, 0, 0, 1);
+  none.Invalidate();
+  EXPECT_EQ(none.GetAngle(SMat(5, 5, 5)), 1e307);
+  EXPECT_EQ(none.GetAngle(SMat(1, 2, 3)), 1e307);
+  EXPECT_NEAR(Line(0, 0, 0, 0, 0, 1).GetAngle(SMat(1, 0, 1)), 0.7853981633974483, 1e-15);
+}
