@@ -150,6 +150,9 @@ bool Dbg3D::WriteSvg(const char* path) const {
       << "<rect x=\"" << vx << "\" y=\"" << vy << "\" width=\"" << vw << "\" height=\"" << vh
       << "\" fill=\"#202428\"/>\n";
   const double fontSize = 0.03 * std::max(vw, vh);
+  // Strokes 1.5 pixels wide at the picture's own size, in view-box units: viewers that ignore
+  // non-scaling strokes would otherwise draw them as wide as a unit of the scene.
+  const double strokeWidth = 1.5 * vw / width;
   for (size_t k = 0; k < m_items.size(); ++k) {
     const Item& it = m_items[k];
     if (lines[k].empty()) continue;
@@ -158,7 +161,7 @@ bool Dbg3D::WriteSvg(const char* path) const {
     for (const auto& line : lines[k]) {
       out << (it.nMode == 1 ? "<polygon" : "<polyline") << " points=\"";
       for (const P2& p : line) out << p.x << ',' << p.y << ' ';
-      out << "\" stroke=\"" << color << "\" stroke-width=\"1.5\" vector-effect=\"non-scaling-stroke\" ";
+      out << "\" stroke=\"" << color << "\" stroke-width=\"" << strokeWidth << "\" ";
       if (it.nMode == 1)
         out << "fill=\"" << color << "\" fill-opacity=\"0.25\"/>\n";
       else
