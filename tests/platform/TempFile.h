@@ -1,6 +1,8 @@
-// A unique file name in the test directory (ZNMT64_TEST_TMP, else the system's), removed at the end.
+// Platform test helpers: a unique file name in the test directory (ZNMT64_TEST_TMP, else the
+// system's), removed at the end; an archive on such a file; the cause of a thrown framework exception.
 #pragma once
 #include <unistd.h>
+#include <znmt64/platform/CArchive.h>
 
 #include <atomic>
 #include <cstdlib>
@@ -43,3 +45,31 @@ class TempFile {
  private:
   std::string m_path;
 };
+
+using Bytes = std::vector<unsigned char>;
+
+// A file and an archive on it: a storing one creates the file, a loading one reads it. The
+// archive's destructor flushes, the file's closes.
+struct ArchiveOn {
+  ArchiveOn(const TempFile& tmp, UINT mode, int bufSize = 4096)
+      : file(tmp.c_str(), (mode & CArchive::load) != 0 ? UINT(CFile::modeRead | CFile::shareDenyWrite)
+                                                       : CFile::modeCreate | CFile::modeWrite),
+        ar(&file, mode, bufSize) {}
+  CFile file;
+  CArchive ar;
+};
+
+// Runs f and returns the m_cause of the E* it throws (0 for an E without one), deleting it; -1 when
+// nothing is thrown.
+template <class E, class F>
+int CauseOf(F&& f) {
+  try {
+    f();
+  } catch (E* e) {
+    int cause = 0;
+    if constexpr (requires { e->m_cause; }) cause = e->m_cause;
+    e->Delete();
+    return cause;
+  }
+  return -1;
+}

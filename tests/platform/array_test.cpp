@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <bit>
-#include <cmath>
+#include <cstring>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "TempFile.h"
@@ -28,16 +30,11 @@ struct Tracked {
   ~Tracked() { --live; }
 };
 
-template <class F>
-bool ThrowsInvalidArg(F&& f) {
-  try {
-    f();
-  } catch (CInvalidArgException* e) {
-    e->Delete();
-    return true;
-  }
-  return false;
-}
+// A CObject-derived element with its own Serialize, as the library's array elements may be.
+struct Point : CObject {
+  double x = 0, y = 0;
+  void Serialize(CArchive& ar) override { ar.IsStoring() ? void(ar << x << y) : void(ar >> x >> y); }
+};
 
 template <class T, class A>
 std::vector<T> Items(const CArray<T, A>& a) {
@@ -45,233 +42,149 @@ std::vector<T> Items(const CArray<T, A>& a) {
 }
 }  // namespace
 
-TEST(CArray, StartsEmpty) {
-  CArray<double, double> a;
-  EXPECT_TRUE(a.IsEmpty());
-  EXPECT_EQ(a.GetSize(), 0);
-  EXPECT_EQ(a.GetCount(), 0);
-  EXPECT_EQ(a.GetUpperBound(), -1);
-  EXPECT_EQ(a.GetData(), nullptr);
-}
-
-TEST(CArray, SetSizeAllocatesExactlyThenGrowsByTheHeuristic) {
+TEST(CArray, CapacityFollowsTheGrowthRule) {
   Probe<int> a;
+  EXPECT_TRUE(a.IsEmpty() && a.GetCount() == 0 && a.GetUpperBound() == -1 && a.GetData() == nullptr);
   a.SetSize(5);
   EXPECT_EQ(a.Capacity(), 5);
   for (int k = 0; k < 5; ++k) EXPECT_EQ(a[k], 0);  // new elements are zero
-  a.Add(1);  // size 5 / 8 = 0: the step is at least 4
-  EXPECT_EQ(a.GetSize(), 6);
-  EXPECT_EQ(a.Capacity(), 9);
-  a.SetSize(100);  // beyond capacity + step: exactly the new size, no slush
-  EXPECT_EQ(a.Capacity(), 100);
-  a.Add(1);  // 100 / 8 = 12
-  EXPECT_EQ(a.Capacity(), 112);
-  a.SetSize(20000);
-  a.Add(1);  // 20000 / 8 = 2500, at most 1024
-  EXPECT_EQ(a.Capacity(), 21024);
+  // Step: old size / 8, at least 4, at most 1024; a size past capacity + step is allocated exactly.
+  const std::pair<INT_PTR, INT_PTR> sizeToCapacity[] = {
+      {6, 9}, {100, 100}, {101, 112}, {20000, 20000}, {20001, 21024}};
+  for (auto [size, capacity] : sizeToCapacity) {
+    a.SetSize(size);
+    EXPECT_EQ(a.Capacity(), capacity) << size;
+  }
   a.SetSize(3);  // shrinking keeps the storage
   EXPECT_EQ(a.Capacity(), 21024);
   a.FreeExtra();
   EXPECT_EQ(a.Capacity(), 3);
   a.SetSize(0);  // size 0 frees
-  EXPECT_EQ(a.Capacity(), 0);
-  EXPECT_EQ(a.GetData(), nullptr);
+  EXPECT_TRUE(a.Capacity() == 0 && a.GetData() == nullptr);
+
+  Probe<int> b;
+  b.SetSize(2, 10);  // the first block holds max(size, step)
+  EXPECT_EQ(b.Capacity(), 10);
+  b.SetSize(11);  // -1 keeps the step
+  EXPECT_EQ(b.Capacity(), 20);
+  b.SetSize(25, 3);
+  b.SetSize(26);
+  EXPECT_EQ(b.Capacity(), 28);
+  b.RemoveAll();
+  EXPECT_TRUE(b.Capacity() == 0 && b.GrowBy() == 3);
 }
 
-TEST(CArray, ExplicitGrowthStepIsKeptUntilChanged) {
-  Probe<int> a;
-  a.SetSize(2, 10);  // the first block holds max(size, step)
-  EXPECT_EQ(a.Capacity(), 10);
-  EXPECT_EQ(a.GrowBy(), 10);
-  a.SetSize(11);  // -1 keeps the step
-  EXPECT_EQ(a.Capacity(), 20);
-  a.SetSize(25, 3);
-  EXPECT_EQ(a.Capacity(), 25);
-  a.SetSize(26);
-  EXPECT_EQ(a.Capacity(), 28);
-  a.RemoveAll();
-  EXPECT_EQ(a.Capacity(), 0);
-  EXPECT_EQ(a.GrowBy(), 3);
-  EXPECT_TRUE(ThrowsInvalidArg([&] { a.SetSize(-1); }));
-}
-
-TEST(CArray, AddSetAtGrowAndAccess) {
-  CArray<double, double> a;
-  EXPECT_EQ(a.Add(1.5), 0);
-  EXPECT_EQ(a.Add(2.5), 1);
-  a.SetAtGrow(4, 9.0);
-  EXPECT_EQ(Items(a), (std::vector<double>{1.5, 2.5, 0.0, 0.0, 9.0}));
-  a.SetAt(2, 3.0);
-  a[3] = 4.0;
-  a.ElementAt(0) = 1.0;
-  const auto& c = a;
-  EXPECT_EQ(c[3], 4.0);
-  EXPECT_EQ(c.GetAt(2), 3.0);
-  EXPECT_EQ(a.GetUpperBound(), 4);
-  EXPECT_EQ(Items(a), (std::vector<double>{1.0, 2.5, 3.0, 4.0, 9.0}));
-}
-
-TEST(CArray, OutOfRangeAccessThrowsInvalidArg) {
+TEST(CArray, EditingKeepsOrderAndZeroFillsGaps) {
   CArray<int, int> a;
-  a.SetSize(3);
-  EXPECT_TRUE(ThrowsInvalidArg([&] { a.GetAt(3); }));
-  EXPECT_TRUE(ThrowsInvalidArg([&] { a.GetAt(-1); }));
-  EXPECT_TRUE(ThrowsInvalidArg([&] { a.SetAt(3, 0); }));
-  EXPECT_TRUE(ThrowsInvalidArg([&] { a[7] = 1; }));
-  EXPECT_TRUE(ThrowsInvalidArg([&] { a.ElementAt(-5); }));
-  EXPECT_TRUE(ThrowsInvalidArg([&] { a.RemoveAt(2, 2); }));
-  EXPECT_TRUE(ThrowsInvalidArg([&] { a.RemoveAt(-1); }));
-  EXPECT_TRUE(ThrowsInvalidArg([&] { a.InsertAt(-1, 0); }));
-  EXPECT_TRUE(ThrowsInvalidArg([&] { a.InsertAt(0, 0, 0); }));
-  EXPECT_TRUE(ThrowsInvalidArg([&] { a.SetAtGrow(-1, 0); }));
-  EXPECT_TRUE(ThrowsInvalidArg([&] { a.Append(a); }));
-  EXPECT_EQ(a.GetSize(), 3);
-}
-
-TEST(CArray, InsertAtShiftsOrPadsAndRemoveAtCloses) {
-  CArray<int, int> a;
-  for (int k : {1, 2, 3}) a.Add(k);
+  EXPECT_EQ(a.Add(1), 0);
+  EXPECT_EQ(a.Add(2), 1);
+  a.SetAtGrow(3, 3);
+  EXPECT_EQ(Items(a), (std::vector<int>{1, 2, 0, 3}));
+  a.SetAt(2, 5);
+  a[1] = 4;
+  a.ElementAt(0) = 0;
+  EXPECT_EQ(std::as_const(a)[1] + a.GetAt(2), 9);
   a.InsertAt(1, 7, 2);
-  EXPECT_EQ(Items(a), (std::vector<int>{1, 7, 7, 2, 3}));
-  a.InsertAt(0, 0);
-  EXPECT_EQ(Items(a), (std::vector<int>{0, 1, 7, 7, 2, 3}));
   a.InsertAt(8, 5);  // past the end: the gap is zero
-  EXPECT_EQ(Items(a), (std::vector<int>{0, 1, 7, 7, 2, 3, 0, 0, 5}));
+  EXPECT_EQ(Items(a), (std::vector<int>{0, 7, 7, 4, 5, 3, 0, 0, 5}));
   a.RemoveAt(1, 3);
-  EXPECT_EQ(Items(a), (std::vector<int>{0, 2, 3, 0, 0, 5}));
   a.RemoveAt(5);
   a.RemoveAt(0, 0);
-  EXPECT_EQ(Items(a), (std::vector<int>{0, 2, 3, 0, 0}));
+  EXPECT_EQ(Items(a), (std::vector<int>{0, 5, 3, 0, 0}));
 
   CArray<int, int> b;
-  b.Add(8);
-  b.Add(9);
+  for (int k : {8, 9}) b.Add(k);
   a.InsertAt(1, &b);
-  EXPECT_EQ(Items(a), (std::vector<int>{0, 8, 9, 2, 3, 0, 0}));
+  EXPECT_EQ(Items(a), (std::vector<int>{0, 8, 9, 5, 3, 0, 0}));
   a.InsertAt(2, &a);  // itself: a copy is inserted
-  EXPECT_EQ(Items(a), (std::vector<int>{0, 8, 0, 8, 9, 2, 3, 0, 0, 9, 2, 3, 0, 0}));
+  EXPECT_EQ(Items(a), (std::vector<int>{0, 8, 0, 8, 9, 5, 3, 0, 0, 9, 5, 3, 0, 0}));
   EXPECT_EQ(b.Append(a), 2);
   EXPECT_EQ(b.GetSize(), 16);
   b.Copy(a);
   EXPECT_EQ(Items(b), Items(a));
 }
 
-TEST(CArray, ElementsOfTheArrayItselfCanBeAddedWhileItGrows) {
-  CArray<std::string, const std::string&> a;
-  a.Add(std::string(40, 'x'));
-  for (int k = 0; k < 20; ++k) a.Add(a[0]);  // a reference into the storage being reallocated
-  a.InsertAt(0, a[3], 5);
-  for (INT_PTR k = 0; k < a.GetSize(); ++k) EXPECT_EQ(a[k], std::string(40, 'x'));
+TEST(CArray, OutOfRangeAccessThrowsInvalidArgByPointer) {
+  CArray<int, int> a;
+  a.SetSize(3);
+  const std::function<void()> bad[] = {
+      [&] { a.GetAt(3); },          [&] { a.GetAt(-1); },        [&] { a.SetAt(3, 0); },
+      [&] { a[7] = 1; },            [&] { a.ElementAt(-5); },    [&] { a.RemoveAt(2, 2); },
+      [&] { a.RemoveAt(-1); },      [&] { a.InsertAt(-1, 0); },  [&] { a.InsertAt(0, 0, 0); },
+      [&] { a.SetAtGrow(-1, 0); },  [&] { a.Append(a); },        [&] { a.SetSize(-1); }};
+  for (std::size_t k = 0; k < std::size(bad); ++k) EXPECT_EQ(CauseOf<CInvalidArgException>(bad[k]), 0) << k;
+  EXPECT_EQ(a.GetSize(), 3);
 }
 
-TEST(CArray, ClassElementsAreConstructedAndDestroyedOneByOne) {
+TEST(CArray, ElementsAreOwnedOneByOneEvenWhenAddedFromTheArrayItself) {
+  CArray<std::string, const std::string&> s;
+  s.Add(std::string(40, 'x'));
+  for (int k = 0; k < 20; ++k) s.Add(s[0]);  // a reference into the storage being reallocated
+  s.InsertAt(0, s[3], 5);
+  for (INT_PTR k = 0; k < s.GetSize(); ++k) EXPECT_EQ(s[k], std::string(40, 'x'));
+
   ASSERT_EQ(Tracked::live, 0);
   {
     CArray<Tracked, Tracked> a;
     a.SetSize(3);
-    EXPECT_EQ(Tracked::live, 3);
     EXPECT_EQ(a[0].value, -1);  // default-constructed
     for (int k = 0; k < 100; ++k) a.Add(Tracked(k));
-    EXPECT_EQ(Tracked::live, 103);
     a.RemoveAt(0, 50);
     EXPECT_EQ(Tracked::live, 53);
     EXPECT_EQ(a[0].value, 47);
     a.InsertAt(10, Tracked(5), 4);
-    EXPECT_EQ(Tracked::live, 57);
     a.FreeExtra();
     EXPECT_EQ(Tracked::live, 57);
     CArray<Tracked, Tracked> b(a);
-    EXPECT_EQ(Tracked::live, 114);
     b.SetSize(10);
     EXPECT_EQ(Tracked::live, 67);
     CArray<Tracked, Tracked> c(std::move(b));
-    EXPECT_EQ(b.GetSize(), 0);
-    EXPECT_EQ(c.GetSize(), 10);
+    EXPECT_TRUE(b.GetSize() == 0 && c.GetSize() == 10);
     a = c;
     EXPECT_EQ(Tracked::live, 20);
   }
   EXPECT_EQ(Tracked::live, 0);
 }
 
-namespace {
-// A CObject-derived element with its own Serialize, as the library's array elements may be.
-struct Point : CObject {
-  double x = 0, y = 0;
-  void Serialize(CArchive& ar) override {
-    if (ar.IsStoring())
-      ar << x << y;
-    else
-      ar >> x >> y;
-  }
-};
-}  // namespace
-
-TEST(CArray, SerializeWritesTheCountThenTheElements) {
+TEST(CArray, SerializeWritesTheCountThenEachElementInItsOwnForm) {
   TempFile tmp;
-  CArray<double, double> a;
-  a.Add(1.0);
-  a.Add(-0.0);
-  a.Add(std::bit_cast<double>(std::uint64_t(0x7FF4000000000123)));
-  {
-    CFile f(tmp.c_str(), CFile::modeCreate | CFile::modeWrite);
-    CArchive ar(&f, CArchive::store);
-    a.Serialize(ar);
-  }
-  const std::vector<unsigned char> expected = {3, 0,                                           //
-                                               0, 0, 0, 0, 0, 0, 0xF0, 0x3F,                   //
-                                               0, 0, 0, 0, 0, 0, 0, 0x80,                      //
-                                               0x23, 0x01, 0, 0, 0, 0, 0xF4, 0x7F};
-  EXPECT_EQ(tmp.Bytes(), expected);
-
-  CArray<double, double> b;
-  b.Add(5.0);
-  CFile f(tmp.c_str(), CFile::modeRead);
-  CArchive ar(&f, CArchive::load);
-  b.Serialize(ar);
-  ASSERT_EQ(b.GetSize(), 3);
-  for (int k = 0; k < 3; ++k) EXPECT_EQ(std::bit_cast<std::uint64_t>(b[k]), std::bit_cast<std::uint64_t>(a[k]));
-}
-
-TEST(CArray, SerializeUsesTheElementsOwnForm) {
-  TempFile tmp;
-  CArray<CString, const CString&> names;
-  names.Add("plane");
-  names.Add("");
-  CArray<Point, const Point&> points;
+  CArray<double, double> d, d2;
+  for (double v : {1.0, -0.0, std::bit_cast<double>(std::uint64_t(0x7FF4000000000123))}) d.Add(v);
+  CArray<CString, const CString&> names, names2;
+  for (const char* n : {"plane", ""}) names.Add(n);
+  CArray<Point, const Point&> points, points2;
   points.SetSize(5000);  // more than one loading step
   for (int k = 0; k < 5000; ++k) points[k].x = k, points[k].y = -k;
   {
-    CFile f(tmp.c_str(), CFile::modeCreate | CFile::modeWrite);
-    CArchive ar(&f, CArchive::store);
-    names.Serialize(ar);
-    points.Serialize(ar);
+    ArchiveOn out(tmp, CArchive::store);
+    d.Serialize(out.ar);
+    names.Serialize(out.ar);
+    points.Serialize(out.ar);
   }
-  EXPECT_EQ(tmp.Bytes().size(), 2u + 6 + 1 + 2 + 5000 * 16);
-  CFile f(tmp.c_str(), CFile::modeRead);
-  CArchive ar(&f, CArchive::load);
-  CArray<CString, const CString&> names2;
-  CArray<Point, const Point&> points2;
-  names2.Serialize(ar);
-  points2.Serialize(ar);
+  const Bytes bytes = tmp.Bytes();
+  const Bytes expected = {3, 0, 0, 0, 0, 0, 0, 0, 0xF0, 0x3F, 0, 0, 0, 0, 0, 0, 0, 0x80,  // count, 1, -0
+                          0x23, 0x01, 0, 0, 0, 0, 0xF4, 0x7F,                              // NaN
+                          2, 0, 5, 'p', 'l', 'a', 'n', 'e', 0, 0x88, 0x13};  // names, 5000 points
+  ASSERT_EQ(bytes.size(), expected.size() + 5000 * 16);
+  EXPECT_EQ(Bytes(bytes.begin(), bytes.begin() + expected.size()), expected);
+
+  d2.Add(5.0);  // replaced by the loaded elements
+  ArchiveOn in(tmp, CArchive::load);
+  d2.Serialize(in.ar);
+  names2.Serialize(in.ar);
+  points2.Serialize(in.ar);
+  ASSERT_EQ(d2.GetSize(), 3);
+  for (int k = 0; k < 3; ++k) EXPECT_EQ(std::memcmp(&d2[k], &d[k], 8), 0);
   ASSERT_EQ(names2.GetSize(), 2);
-  EXPECT_EQ(names2[0], "plane");
-  EXPECT_EQ(names2[1], "");
+  EXPECT_TRUE(names2[0] == "plane" && names2[1] == "");
   ASSERT_EQ(points2.GetSize(), 5000);
-  EXPECT_EQ(points2[4999].x, 4999.0);
-  EXPECT_EQ(points2[4999].y, -4999.0);
+  EXPECT_TRUE(points2[4999].x == 4999.0 && points2[4999].y == -4999.0);
 }
 
 TEST(CArray, CorruptCountEndsInEndOfFileNotInAHugeAllocation) {
   TempFile tmp;
   tmp.Put({0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0, 0, 0, 1, 0, 1, 2, 3});  // 2^48 doubles
-  CFile f(tmp.c_str(), CFile::modeRead);
-  CArchive ar(&f, CArchive::load);
+  ArchiveOn in(tmp, CArchive::load);
   CArray<double, double> a;
-  try {
-    a.Serialize(ar);
-    FAIL() << "loaded 2^48 elements";
-  } catch (CArchiveException* e) {
-    EXPECT_EQ(e->m_cause, CArchiveException::endOfFile);
-    e->Delete();
-  }
+  EXPECT_EQ(CauseOf<CArchiveException>([&] { a.Serialize(in.ar); }), CArchiveException::endOfFile);
 }

@@ -4,43 +4,30 @@
 
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 TEST(Exceptions, RunTimeClassesFollowTheHierarchy) {
-  CMemoryException mem;
-  EXPECT_TRUE(mem.IsKindOf(RUNTIME_CLASS(CMemoryException)));
-  EXPECT_TRUE(mem.IsKindOf(RUNTIME_CLASS(CException)));
-  EXPECT_TRUE(mem.IsKindOf(RUNTIME_CLASS(CObject)));
-  EXPECT_FALSE(mem.IsKindOf(RUNTIME_CLASS(CFileException)));
-  EXPECT_STREQ(mem.GetRuntimeClass()->m_lpszClassName, "CMemoryException");
-
   CException base;
-  EXPECT_TRUE(base.IsKindOf(RUNTIME_CLASS(CException)));
-  EXPECT_FALSE(base.IsKindOf(RUNTIME_CLASS(CMemoryException)));
-
+  CMemoryException mem;
   CFileException file;
   CArchiveException archive;
   CInvalidArgException arg;
-  EXPECT_TRUE(file.IsKindOf(RUNTIME_CLASS(CException)));
-  EXPECT_FALSE(file.IsKindOf(RUNTIME_CLASS(CArchiveException)));
-  EXPECT_TRUE(archive.IsKindOf(RUNTIME_CLASS(CException)));
-  EXPECT_FALSE(archive.IsKindOf(RUNTIME_CLASS(CFileException)));
-  EXPECT_TRUE(arg.IsKindOf(RUNTIME_CLASS(CException)));
-  EXPECT_EQ(CRuntimeClass::FromName("CMemoryException"), RUNTIME_CLASS(CMemoryException));
+  const CRuntimeClass *ex = RUNTIME_CLASS(CException), *memory = RUNTIME_CLASS(CMemoryException);
+  EXPECT_TRUE(mem.IsKindOf(memory) && mem.IsKindOf(ex) && mem.IsKindOf(RUNTIME_CLASS(CObject)));
+  EXPECT_TRUE(base.IsKindOf(ex) && file.IsKindOf(ex) && archive.IsKindOf(ex) && arg.IsKindOf(ex));
+  EXPECT_FALSE(mem.IsKindOf(RUNTIME_CLASS(CFileException)) || base.IsKindOf(memory) ||
+               file.IsKindOf(RUNTIME_CLASS(CArchiveException)) ||
+               archive.IsKindOf(RUNTIME_CLASS(CFileException)));
+  EXPECT_STREQ(mem.GetRuntimeClass()->m_lpszClassName, "CMemoryException");
+  EXPECT_EQ(CRuntimeClass::FromName("CMemoryException"), memory);
 }
 
-TEST(Exceptions, CausesHaveTheFrameworksValues) {
-  EXPECT_EQ(CFileException::none, 0);
-  EXPECT_EQ(CFileException::fileNotFound, 2);
-  EXPECT_EQ(CFileException::accessDenied, 5);
-  EXPECT_EQ(CFileException::sharingViolation, 11);
-  EXPECT_EQ(CFileException::endOfFile, 14);
-  EXPECT_EQ(CArchiveException::readOnly, 2);
-  EXPECT_EQ(CArchiveException::endOfFile, 3);
-  EXPECT_EQ(CArchiveException::badSchema, 7);
-  EXPECT_EQ(CFileException::ErrnoToException(ENOENT), CFileException::fileNotFound);
-  EXPECT_EQ(CFileException::ErrnoToException(EACCES), CFileException::accessDenied);
-  EXPECT_EQ(CFileException::ErrnoToException(ENOSPC), CFileException::diskFull);
-  EXPECT_EQ(CFileException::ErrnoToException(EDOM), CFileException::genericException);
+TEST(Exceptions, ErrnoMapsToTheFrameworksCause) {
+  const std::pair<int, int> errnos[] = {{ENOENT, CFileException::fileNotFound},
+                                        {EACCES, CFileException::accessDenied},
+                                        {ENOSPC, CFileException::diskFull},
+                                        {EDOM, CFileException::genericException}};
+  for (auto [err, cause] : errnos) EXPECT_EQ(CFileException::ErrnoToException(err), cause) << err;
 }
 
 TEST(Exceptions, ThrownByPointerAndDeletedByTheCatcher) {
@@ -70,40 +57,31 @@ TEST(Exceptions, ThrownByPointerAndDeletedByTheCatcher) {
   onStack.Delete();
 }
 
-TEST(Exceptions, GetErrorMessageTruncatesToTheBuffer) {
-  CFileException e(CFileException::fileNotFound, ENOENT, "/tmp/matrix.bin");
-  char buf[64];
+TEST(Exceptions, MessagesNameTheFileAndTruncateToTheBuffer) {
+  char buf[128];
   UINT help = 77;
+  CFileException e(CFileException::fileNotFound, ENOENT, "/tmp/matrix.bin");
   ASSERT_TRUE(e.GetErrorMessage(buf, sizeof buf, &help));
   EXPECT_STREQ(buf, "/tmp/matrix.bin was not found.");
   EXPECT_EQ(help, 0u);
-
-  char small[10];
-  std::memset(small, 'X', sizeof small);
-  ASSERT_TRUE(e.GetErrorMessage(small, sizeof small));
-  EXPECT_STREQ(small, "/tmp/matr");  // nine characters and the zero
-
-  char one[1] = {'X'};
-  EXPECT_TRUE(e.GetErrorMessage(one, 1));
-  EXPECT_EQ(one[0], '\0');
-  EXPECT_FALSE(e.GetErrorMessage(nullptr, 0));
-
-  CMemoryException mem;
-  ASSERT_TRUE(mem.GetErrorMessage(buf, 4));
-  EXPECT_STREQ(buf, "Out");
-
-  CException base;
-  buf[0] = 'X';
-  EXPECT_FALSE(base.GetErrorMessage(buf, sizeof buf));
-  EXPECT_STREQ(buf, "");
-}
-
-TEST(Exceptions, MessagesNameTheFileOrAnUnnamedOne) {
-  char buf[128];
   CFileException(CFileException::sharingViolation, -1, "a.bin").GetErrorMessage(buf, sizeof buf);
   EXPECT_STREQ(buf, "A sharing violation occurred while accessing a.bin.");
   CArchiveException(CArchiveException::endOfFile).GetErrorMessage(buf, sizeof buf);
   EXPECT_STREQ(buf, "An attempt was made to access an unnamed file past its end.");
   CArchiveException(99, "x").GetErrorMessage(buf, sizeof buf);  // unknown cause: the generic text
   EXPECT_STREQ(buf, "An unknown error occurred while accessing x.");
+
+  char small[10];
+  std::memset(small, 'X', sizeof small);
+  ASSERT_TRUE(e.GetErrorMessage(small, sizeof small));
+  EXPECT_STREQ(small, "/tmp/matr");  // nine characters and the zero
+  char one[1] = {'X'};
+  EXPECT_TRUE(e.GetErrorMessage(one, 1));
+  EXPECT_EQ(one[0], '\0');
+  EXPECT_FALSE(e.GetErrorMessage(nullptr, 0));
+  ASSERT_TRUE(CMemoryException().GetErrorMessage(buf, 4));
+  EXPECT_STREQ(buf, "Out");
+  buf[0] = 'X';
+  EXPECT_FALSE(CException().GetErrorMessage(buf, sizeof buf));
+  EXPECT_STREQ(buf, "");
 }
