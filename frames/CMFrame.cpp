@@ -4,10 +4,10 @@
 #include <znmt64/Mat.h>
 #include <znmt64/MatSq.h>
 
-#include <znag64/AnGeoState.h>
 #include <znag64/Point2D.h>
 #include <znbl64/PCExBase.h>
-#include <znmt64/platform/CString.h>
+
+#include "algebra/DebugSection.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -436,41 +436,12 @@ bool CMFrame::PersistXML(PCExBase& x) {
 }
 
 ISection* CMFrame::CreateDump(double len) const {
-  ISection* sec = nullptr;
-  if (FAILED(AnGeoState::GetGenerator()->CreateObject(AnGeoGenerator::eSection, IID_ISection,
-                                                       reinterpret_cast<void**>(&sec))) ||
-      sec == nullptr)
-    return nullptr;
-  IVertexArray* va = nullptr;
-  IIndexArray* ia = nullptr;
-  bool ok = SUCCEEDED(sec->QueryInterface(IID_IVertexArray, reinterpret_cast<void**>(&va))) && va != nullptr &&
-            SUCCEEDED(sec->QueryInterface(IID_IIndexArray, reinterpret_cast<void**>(&ia))) && ia != nullptr;
   // Vertex 0 the origin, 1..3 the tips of X, Y and Z; three strokes from the origin, split by -1.
-  for (int v = 0; ok && v < 4; ++v) {
-    const SMat p = v == 0 ? origin : origin + len * axes[v - 1];
-    for (int c = 0; ok && c < 3; ++c) ok = SUCCEEDED(va->SetCoord(v, c, p[c]));
-  }
+  const SMat pts[4] = {origin, origin + len * axes[0], origin + len * axes[1], origin + len * axes[2]};
   static constexpr LONG kStrokes[] = {0, 1, -1, 0, 2, -1, 0, 3};
-  for (int i = 0; ok && i < 8; ++i) ok = SUCCEEDED(ia->SetEntry(i, kStrokes[i]));
-  if (ok) {
-    CString caption;
-    caption.Format("CMFrame 0x%08x", static_cast<unsigned>(reinterpret_cast<std::uintptr_t>(this)));
-    ok = SUCCEEDED(sec->SetCaption(caption));
-  }
-  if (va != nullptr) va->Release();
-  if (ia != nullptr) ia->Release();
-  if (!ok) {
-    sec->Release();
-    return nullptr;
-  }
-  return sec;
+  char caption[64];
+  FormatDebugCaption(caption, "CMFrame 0x%08x", this);
+  return MakeDebugSection(pts, 4, kStrokes, 8, caption);
 }
 
-void CMFrame::Dump(double len) const {
-  AnGeoState::Set3DPush(true);
-  if (ISection* sec = CreateDump(len)) {
-    AnGeoState::GetDbg()->Show(sec);
-    sec->Release();
-  }
-  AnGeoState::PopStream();
-}
+void CMFrame::Dump(double len) const { ShowDebugSection(CreateDump(len)); }

@@ -6,7 +6,7 @@
 
 #include <cmath>
 
-#include "DebugSection.h"
+#include "algebra/DebugSection.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include <znbl64/Range.h>
 #include <znmt64/platform/CArchive.h>
 
-#include "DebugSection.h"
+#include "algebra/DebugSection.h"
 
 // ---- PlaneEqn ----------------------------------------------------------------------------------
 

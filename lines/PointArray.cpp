@@ -4,7 +4,7 @@
 #include <znbl64/PCExBase.h>
 #include <znmt64/platform/CString.h>
 
-#include "DebugSection.h"
+#include "algebra/DebugSection.h"
 
 #include <algorithm>
 #include <climits>

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "../lines/DebugSection.h"
+#include "algebra/DebugSection.h"
 
 Triangle3D::~Triangle3D() = default;
 

@@ -1,5 +1,5 @@
-// Drawing objects for the debug displays of the lines subsystem (CLineal, PointArray, and the
-// shapes derived from CLineal). Internal to the library: not installed, not exported.
+// Drawing objects for the classes' debug displays (Dp, Dump, CreateDump), made through the 2D
+// module's generator and shown by its debugger. Internal to the library: not installed, not exported.
 #pragma once
 #include <znmt64/Config.h>
 #include <znmt64/platform/Types.h>
