@@ -9,6 +9,7 @@
 #include <znbl64/PCExBase.h>
 
 #include <cmath>
+#include <cstring>
 #include <string>
 
 namespace {
@@ -38,15 +39,13 @@ TEST(CMFrame, ValidityAndHandedness) {
   g.axes[0].x = 1.0 + 2e-6;  // not unit within 1e-6
   EXPECT_FALSE(g.IsValid());
   g.axes[0].Set(1.0, 2e-6, 0.0);  // unit within 1e-6, but X.Y = 2e-6
-  EXPECT_FALSE(g.IsValid());
-  EXPECT_TRUE(g.IsUnitary());  // reads only component k of axis k
+  EXPECT_TRUE(!g.IsValid() && g.IsUnitary());  // IsUnitary reads only component k of axis k
   g.SetOrigin(4.0, 5.0, 6.0);
   g.MakeInvalid();
   EXPECT_TRUE(!g.IsValid() && g.origin.Is(4.0, 5.0, 6.0));
 
   CMFrame l;
-  EXPECT_TRUE(l.Init(0, false));
-  EXPECT_TRUE(l.axes[0].Is(-1.0, 0.0, 0.0) && l.IsValid() && !l.GetOrientation());
+  EXPECT_TRUE(l.Init(0, false) && l.axes[0].Is(-1.0, 0.0, 0.0) && l.IsValid() && !l.GetOrientation());
   l.Init(2, 1, true);  // (2, 1, 0) is odd: X := -(Z x Y)
   EXPECT_TRUE(l.axes[0].Is(1.0, 0.0, 0.0));
   l.SwapAxes(0, 1);
@@ -112,8 +111,7 @@ TEST(CMFrame, RepairsAndFailedBuilds) {
   f.axes[1].Set(1.0, 1.0, 0.0);
   f.axes[2].Set(0.0, 0.0, -5.0);
   CMFrame g = f;
-  EXPECT_TRUE(f.MakeValid(0));  // X kept, Y made orthogonal, Z rebuilt right-handed
-  EXPECT_TRUE(f.IsUnitary());
+  EXPECT_TRUE(f.MakeValid(0) && f.IsUnitary());  // X kept, Y made orthogonal, Z rebuilt right-handed
   EXPECT_TRUE(g.MakeValid(1));  // Y's direction kept
   const double r = std::sqrt(0.5);
   EXPECT_TRUE(g.axes[1].Is(r, r, 0.0) && g.axes[0].Is(r, -r, 0.0) && g.GetOrientation());
@@ -123,24 +121,21 @@ TEST(CMFrame, RepairsAndFailedBuilds) {
   // SetAxes: bad indices touch nothing; a failed orthogonalisation leaves a normalised.
   CMFrame s;
   SMat a(0.0, 0.0, 2.0), b(1.0, 0.0, 0.0), c(0.0, 0.0, -4.0);
-  EXPECT_FALSE(s.SetAxes(0, a, 0, b, true));
-  EXPECT_FALSE(s.SetAxes(0, a, 3, b, true));
+  EXPECT_FALSE(s.SetAxes(0, a, 0, b, true) || s.SetAxes(0, a, 3, b, true));
   EXPECT_TRUE(a.Is(0.0, 0.0, 2.0));
   EXPECT_FALSE(s.SetAxes(0, a, 1, c, true));
   EXPECT_TRUE(a.Is(0.0, 0.0, 1.0) && s.IsUnitary(0.0));
-  EXPECT_TRUE(s.SetAxes(2, a, 0, b, false));
-  EXPECT_TRUE(s.axes[1].Is(0.0, -1.0, 0.0));
+  EXPECT_TRUE(s.SetAxes(2, a, 0, b, false) && s.axes[1].Is(0.0, -1.0, 0.0));
 
   // LookAt: Z to the target, Y the up vector made orthogonal; degenerate requests change nothing.
   CMFrame l;
   l.SetOrigin(1.0, 1.0, 1.0);
-  EXPECT_FALSE(l.LookAt(SMat(1.0, 1.0, 1.0), SMat(0.0, 0.0, 1.0), true));
-  EXPECT_FALSE(l.LookAt(SMat(1.0, 1.0, 5.0), SMat(0.0, 0.0, 1.0), true));
+  EXPECT_FALSE(l.LookAt(SMat(1.0, 1.0, 1.0), SMat(0.0, 0.0, 1.0), true) ||
+               l.LookAt(SMat(1.0, 1.0, 5.0), SMat(0.0, 0.0, 1.0), true));
   EXPECT_TRUE(l.IsUnitary(1e300) && l.axes[2].Is(0.0, 0.0, 1.0));
   ASSERT_TRUE(l.LookAt(SMat(4.0, 1.0, 1.0), SMat(0.5, 0.0, 2.0), true));
   EXPECT_TRUE(l.axes[2].Is(1.0, 0.0, 0.0) && l.axes[1].Is(0.0, 0.0, 1.0) && l.axes[0].Is(0.0, 1.0, 0.0));
-  ASSERT_TRUE(l.LookAt(SMat(4.0, 1.0, 1.0), SMat(0.0, 0.0, 1.0), false));
-  EXPECT_TRUE(l.axes[2].Is(-1.0, 0.0, 0.0));
+  EXPECT_TRUE(l.LookAt(SMat(4.0, 1.0, 1.0), SMat(0.0, 0.0, 1.0), false) && l.axes[2].Is(-1.0, 0.0, 0.0));
 
   // Align turns about Z only; a vector exactly along Z fails.
   CMFrame al;
@@ -172,14 +167,11 @@ TEST(CMFrame, SavedStates) {
   f.Translate(0.5, 0.0, 0.0);
   EXPECT_TRUE(f.Discard() && f.origin.x == 4.5);
   f.Push();
-  EXPECT_FALSE(f.Discard());
-  EXPECT_EQ(f.GetStackCount(), 3);
+  EXPECT_TRUE(!f.Discard() && f.GetStackCount() == 3);
   f.Push();
-  EXPECT_FALSE(f.PopDifferent());
-  EXPECT_EQ(f.GetStackCount(), 4);
+  EXPECT_TRUE(!f.PopDifferent() && f.GetStackCount() == 4);
   f.Rotate(0.3, 2);
-  EXPECT_TRUE(f.PopDifferent() && f.axes[0].Is(1.0, 0.0, 0.0));
-  EXPECT_EQ(f.GetStackCount(), 3);
+  EXPECT_TRUE(f.PopDifferent() && f.axes[0].Is(1.0, 0.0, 0.0) && f.GetStackCount() == 3);
 
   f.ResetStack();
   f.Pop();  // empty: no change
@@ -232,7 +224,7 @@ TEST(CMFrame, Matrices) {
     EXPECT_EQ(m.GetElem(3, k), 0.0);
   }
   EXPECT_EQ(m.GetElem(3, 3), 1.0);
-  for (int i = 0; i < 16; ++i) EXPECT_EQ(flat[i], m[i]);
+  EXPECT_EQ(std::memcmp(flat, m.m_pData, sizeof flat), 0);
   CMFrame g;
   g.FromMatrix(m);
   EXPECT_TRUE(g.IsSame(f, 1e-15));
@@ -243,8 +235,7 @@ TEST(CMFrame, Matrices) {
   ASSERT_NE(p, nullptr);
   EXPECT_TRUE(f.CopyTo(p) && wrapped.IsSame(f, 1e-15) && CMFrame(p).IsSame(f, 1e-15));
   wrapped.MakeInvalid();
-  EXPECT_FALSE(g.Copy(p));
-  EXPECT_FALSE(g.Copy(nullptr));
+  EXPECT_FALSE(g.Copy(p) || g.Copy(nullptr));
   p->Release();
 
   // An invalid frame is repaired and the matrix left untouched.
@@ -269,12 +260,10 @@ TEST(CMFrame, StandardOrientation) {
   f.Reflect(2);
   f.Reflect(1);
   EXPECT_EQ(f.GetStdOrientation(), CMFrame::eStdMinusZ);
-  CMFrame x;
+  CMFrame x, y;
   x.SetAxisRand(2, SMat(1.0, 0.0, 0.0), 1);  // Z along +X, Y kept
-  EXPECT_EQ(x.GetStdOrientation(), CMFrame::eStdPlusX);
-  CMFrame y;
-  y.Rotate(-kPi / 2, 0);  // Z -> +Y
-  EXPECT_EQ(y.GetStdOrientation(), CMFrame::eStdPlusY);
+  y.Rotate(-kPi / 2, 0);                     // Z -> +Y
+  EXPECT_TRUE(x.GetStdOrientation() == CMFrame::eStdPlusX && y.GetStdOrientation() == CMFrame::eStdPlusY);
   EXPECT_EQ(SkewFrame().GetStdOrientation(), CMFrame::eStdNone);
 }
 
@@ -301,8 +290,7 @@ TEST(CMFrame, XmlAndDrawing) {
   EXPECT_TRUE(h.origin.Is(1.0, 2.0, 3.0) && h.axes[0].Is(0.0, 1.0, 0.0) && h.axes[2].Is(1.0, 0.0, 0.0));
   PCExBase empty;
   ASSERT_TRUE(empty.LoadString("<Doc />"));
-  EXPECT_FALSE(h.PersistXML(empty));
-  EXPECT_TRUE(h.origin.Is(1.0, 2.0, 3.0));
+  EXPECT_TRUE(!h.PersistXML(empty) && h.origin.Is(1.0, 2.0, 3.0));
 
   ISection* sec = f.CreateDump(2.0);
   ASSERT_NE(sec, nullptr);

@@ -21,18 +21,15 @@ CMFrame Turned(const SMat& axis, double angle) {
 
 TEST(Rotation, TrivialAndFound) {
   EXPECT_TRUE(Rotation().IsTrivial() && Rotation().Is(1.0, 0.0, 0.0) && Rotation().angle == 0.0);
-  EXPECT_TRUE(Rotation(0.0, 0.0, 1.0, 1e-11).IsTrivial());
-  EXPECT_TRUE(Rotation(0.0, 0.0, 0.0, 1.0).IsTrivial());
+  EXPECT_TRUE(Rotation(0.0, 0.0, 1.0, 1e-11).IsTrivial() && Rotation(0.0, 0.0, 0.0, 1.0).IsTrivial());
   const Rotation none(static_cast<const double*>(nullptr));
   EXPECT_TRUE(none.Is(0.0, 0.0, 0.0) && none.angle == 0.0);
 
   Rotation r;
   SMat x(1.0, 0.0, 0.0), y(0.0, 2.0, 0.0), x2(3.0, 0.0, 0.0), minus(-1.0, 0.0, 0.0);
-  EXPECT_TRUE(r.FindRotation(x, y));
-  EXPECT_TRUE(r == Rotation(0.0, 0.0, 1.0, kPi / 2));
+  EXPECT_TRUE(r.FindRotation(x, y) && r == Rotation(0.0, 0.0, 1.0, kPi / 2));
   // Parallel and opposite directions have no axis: the zero cross product stays.
-  EXPECT_FALSE(r.FindRotation(x, x2));
-  EXPECT_TRUE(r.Is(0.0, 0.0, 0.0) && r.angle == 0.0);
+  EXPECT_TRUE(!r.FindRotation(x, x2) && r.Is(0.0, 0.0, 0.0) && r.angle == 0.0);
   EXPECT_FALSE(r.FindRotation(x, minus));
   SMat a(1.0, 2.0, -0.5), b(-2.0, 0.3, 1.0);
   ASSERT_TRUE(r.FindRotation(a, b));
@@ -44,10 +41,6 @@ TEST(Rotation, FromFrameInEveryBranch) {
   Rotation r;
   CMFrame().GetRotation(r);
   EXPECT_TRUE(r == Rotation());
-  Turned(SMat(0.0, 0.0, 1.0), 0.5).GetRotation(r);
-  EXPECT_TRUE(r.IsSame(SMat(0.0, 0.0, 1.0), 1e-15));
-  EXPECT_NEAR(r.angle, 0.5, 1e-15);
-
   // Within 1e-7 of the identity in cos (below about 4.5e-4 rad) the rotation stays reset.
   Turned(kAxis, 1e-4).GetRotation(r);
   EXPECT_TRUE(r == Rotation());
@@ -75,15 +68,12 @@ TEST(Rotation, FromMatrix) {
   EXPECT_TRUE(r.IsSame(kAxis, 1e-14));
   EXPECT_NEAR(r.angle, 2.5, 1e-14);
 
-  MatSq id(3);
+  MatSq id(3), small(2), nan(3);
   id.SetUnitary();
   r.Set(0.0, 1.0, 0.0, 1.0);
-  EXPECT_TRUE(id.GetRotation(r));
-  EXPECT_TRUE(r == Rotation());
-  MatSq small(2), nan(3);
+  EXPECT_TRUE(id.GetRotation(r) && r == Rotation());
   nan(1, 1) = std::nan("");
-  EXPECT_FALSE(small.GetRotation(r));
-  EXPECT_FALSE(nan.GetRotation(r));
+  EXPECT_FALSE(small.GetRotation(r) || nan.GetRotation(r));
 }
 
 TEST(Rotation, TurnsFrames) {
