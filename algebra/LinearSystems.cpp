@@ -290,10 +290,9 @@ void FactorColumns(LUState& s, long c0, long c1) {
     for (long i = j; i < n; ++i) {
       // Greater-or-equal: among equal candidates the last row is the pivot. Results depend on it.
       const double dum = s.vv[i] * std::fabs(a[i * n + j]);
-      if (dum >= big) {
-        big = dum;
-        imax = i;
-      }
+      const bool take = dum >= big;  // selects rather than branches: candidates come in no order
+      big = take ? dum : big;
+      imax = take ? i : imax;
     }
     if (imax != j) {
       std::swap_ranges(a + imax * n, a + imax * n + n, a + j * n);

@@ -26,11 +26,15 @@ Factor FactorOf(const Mat& m) { return {m.GetStore(), std::max(m.m_nCols, 0), m.
 // row ends, as callers of the products expect. Terms whose factor lies outside its block are left
 // out of the sum, and elements outside out's first outHeld are not written.
 void Product(Factor A, long rows, Factor B, long cols, long inner, double* out, long outHeld) {
+  // The count of B's column j shrinks with j; when its last column is whole, all are, and the
+  // division per element is spared.
+  const auto heldOfB = [&](long j) { return B.stride > 0 ? std::max(0L, (B.held - j + B.stride - 1) / B.stride) : 0L; };
+  const bool wholeB = cols > 0 && heldOfB(cols - 1) >= inner;
   for (long i = 0; i < rows; ++i) {
     const long kA = std::min(inner, A.held - i * A.stride);
     const long jEnd = std::min(cols, outHeld - i * cols);
     for (long j = 0; j < jEnd; ++j) {
-      const long kB = B.stride > 0 ? std::max(0L, (B.held - j + B.stride - 1) / B.stride) : 0;
+      const long kB = wholeB ? inner : heldOfB(j);
       const long kEnd = std::min(kA, kB);
       double s = 0.0;
       for (long k = 0; k < kEnd; ++k) s += A.p[i * A.stride + k] * B.p[k * B.stride + j];
@@ -224,8 +228,13 @@ bool Mat::IsIdentity(double eps) const {
 double Mat::Det() const {
   const int n = m_nCols;  // the column count alone decides, whatever the row count
   if (n >= 1 && n <= 3) {
-    double e[9];
-    CopyHeld(*this, e, NRCount(long(n) * n));
+    // Read in place when the block holds the elements; a copy only pads a short block with zeros.
+    double buf[9];
+    const double* e = m_pData;
+    if (HeldSize() < n * n) {
+      CopyHeld(*this, buf, NRCount(long(n) * n));
+      e = buf;
+    }
     if (n == 1) return e[0];
     if (n == 2) return e[0] * e[3] - e[2] * e[1];
     return e[0] * e[4] * e[8] + e[1] * e[5] * e[6] + e[3] * e[2] * e[7] - e[2] * e[4] * e[6] - e[1] * e[3] * e[8] -
