@@ -1,6 +1,7 @@
 // CMatWriter reading every record type from arbitrary archive bytes: a CArchive in load mode over
 // a CFile on a scratch file, as a caller reads a record file. The sequence of record types comes
-// from the input too, including a value outside the enumeration.
+// from the input too, including a value outside the enumeration, and may end with an array of
+// planes or points whose element count comes from the archive.
 //
 // Checks: a record read whole holds the file's bytes bit for bit (the frame its origin); a short
 // archive throws the archive's exception and leaves the object as it was; what was read, written
@@ -12,6 +13,7 @@
 #include <znmt64/CMFrame.h>
 #include <znmt64/CMatWriter.h>
 #include <znmt64/CPlane.h>
+#include <znmt64/CSegment.h>
 #include <znmt64/platform/CArchive.h>
 #include <znmt64/platform/CFile.h>
 
@@ -27,6 +29,11 @@ const fuzz::ScratchFile& OutFile() {
   static const fuzz::ScratchFile file;
   return file;
 }
+
+// Beyond the writer's own record types (4 being none of them): the arrays that callers serialize
+// through the same archive, whose element count is read from it.
+constexpr int kArrayOfPlanes = 5;
+constexpr int kArrayOfPoints = 6;
 
 // One record of each type; the frame and line start from values a short read must not disturb.
 struct Records {
@@ -103,7 +110,7 @@ bool SameRecord(const Records& a, const Records& b, int t, bool wholeFrame) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   fuzz::Input in(data, size);
   std::vector<int> types(static_cast<std::size_t>(in.Int(1, 8)));
-  for (int& t : types) t = in.Int(0, 4);
+  for (int& t : types) t = in.Int(0, kArrayOfPoints);
   const std::vector<std::uint8_t> bytes = in.RestBytes();
   InFile().Write(bytes.data(), bytes.size());
 
@@ -117,6 +124,22 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (std::size_t i = 0; i < types.size(); ++i) {
       const int t = types[i];
       const unsigned need = CMatWriter::GetStorageSize(static_cast<CMatWriter::EObjectType>(t));
+      if (t >= kArrayOfPlanes) {
+        // Last in the sequence: what it consumes depends on the count it reads.
+        try {
+          if (t == kArrayOfPlanes) {
+            PlaneArray planes;
+            planes.Serialize(ar);
+          } else {
+            PointArray points;
+            points.Serialize(ar);
+          }
+        } catch (CArchiveException* e) {
+          e->Delete();
+        }
+        types.resize(i + 1);
+        break;
+      }
       const Records before = got[i];
       try {
         whole[i] = Transfer(w, got[i], t);

@@ -1,8 +1,10 @@
-// XML loading through PCExBase: SMat, CMFrame, CLineal and TransformParametric read themselves from
-// an arbitrary document, at the top level or from inside an element the caller opened first.
+// XML loading through PCExBase: SMat, CMFrame, CLineal, TransformParametric and PointArray read
+// themselves from an arbitrary document, at the top level or from inside an element the caller
+// opened first.
 //
-// Checks: a load that reports failure leaves a vector or a parametric transform as it was; what a
-// vector, a line or a parametric transform read, stored again and read back, has the same bits;
+// Checks: a load that reports failure leaves a vector, a parametric transform or a point array as
+// it was; what a vector, a line, a parametric transform or a point array read, stored again and
+// read back, has the same bits;
 // and a valid frame, stored and read back, comes back within rounding.
 #include "FuzzInput.h"
 
@@ -10,6 +12,7 @@
 #include <znmt64/CLineal.h>
 #include <znmt64/CMFrame.h>
 #include <znmt64/CMovement.h>
+#include <znmt64/CSegment.h>
 #include <znmt64/SMat.h>
 
 #include <string>
@@ -21,10 +24,11 @@ struct Objects {
   CMFrame f;
   CLineal l;
   TransformParametric tp;
-  bool vOk = false, fOk = false, lOk = false, tpOk = false;
+  PointArray pa;
+  bool vOk = false, fOk = false, lOk = false, tpOk = false, paOk = false;
 };
 
-constexpr const char* kNames[] = {"V", "O", "A0", "Fr", "Ll", "Lc", "Dr", "TP", "Sc", "Cr", "root"};
+constexpr const char* kNames[] = {"V", "O", "A0", "Fr", "Ll", "Lc", "Dr", "TP", "Sc", "Cr", "Pa", "root"};
 constexpr int kNameCount = sizeof(kNames) / sizeof(kNames[0]);
 
 bool SameTP(const TransformParametric& a, const TransformParametric& b) {
@@ -46,13 +50,18 @@ void Persist(PCExBase& px, Objects& o, unsigned mask, const char* vName) {
     o.tpOk = o.tp.PersistXML(px);
     if (px.IsLoading() && !o.tpOk) fuzz::Check(SameTP(before, o.tp), "a failed transform load changed it");
   }
+  if (mask & 16) {
+    const INT_PTR before = o.pa.GetSize();
+    o.paOk = o.pa.PersistXML(px);
+    if (px.IsLoading() && !o.paOk) fuzz::Check(o.pa.GetSize() == before, "a failed point array load changed it");
+  }
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   fuzz::Input in(data, size);
-  const unsigned mask = static_cast<unsigned>(in.Int(0, 15));
+  const unsigned mask = static_cast<unsigned>(in.Int(0, 31));
   const int enter = in.Int(-1, kNameCount - 1);
   const char* vName = in.Bool() ? nullptr : kNames[in.Int(0, kNameCount - 1)];
   const unsigned char dim = in.Integral<unsigned char>();
@@ -61,8 +70,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   PCExBase px;
   if (!px.LoadString(doc.c_str())) {
     Objects o;
-    Persist(px, o, 15, vName);  // no document: nothing may be read
-    fuzz::Check(!o.vOk && !o.fOk && !o.lOk && !o.tpOk, "a transfer succeeded without a document");
+    Persist(px, o, 31, vName);  // no document: nothing may be read
+    fuzz::Check(!o.vOk && !o.fOk && !o.lOk && !o.tpOk && !o.paOk, "a transfer succeeded without a document");
     return 0;
   }
   bool entered = enter >= 0 && px.PersistElement(kNames[enter], false);
@@ -92,6 +101,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::Check(again.lOk && fuzz::SameBits(again.l.origin, o.l.origin) && fuzz::SameBits(again.l.dir, o.l.dir),
                 "line round trip");
   if (mask & 8) fuzz::Check(again.tpOk && SameTP(again.tp, o.tp), "transform round trip");
+  if ((mask & 16) && o.paOk) {
+    bool same = again.paOk && again.pa.GetSize() == o.pa.GetSize();
+    for (INT_PTR k = 0; same && k < o.pa.GetSize(); ++k) same = fuzz::SameBits(again.pa[k], o.pa[k]);
+    fuzz::Check(same, "point array round trip");
+  }
   // Loading normalises X and Y and rebuilds Z, so a valid frame comes back within rounding.
   if ((mask & 2) && o.fOk) {
     fuzz::Check(again.fOk, "frame element lost");

@@ -2,7 +2,7 @@
 # Installs the Debian packages the build needs, when they are missing and we are root.
 set -euo pipefail
 packages=(cmake ninja-build g++ clang pkg-config googletest libgtest-dev libgmock-dev
-          libbenchmark-dev libpugixml-dev "$@")
+          libbenchmark-dev libpugixml-dev librapidcheck-dev libclang-rt-14-dev "$@")
 missing=()
 for p in "${packages[@]}"; do
   dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")
