@@ -6,8 +6,7 @@ TEST(DistContext, FreshRecordAndLimit) {
   const DistContext c;
   EXPECT_EQ(c.dDist, 1e307);
   EXPECT_TRUE(c.IsCloser());  // 1e307 > -1
-  EXPECT_FALSE(c.IsOperCloser());
-  EXPECT_FALSE(c.IsNeedPoints());
+  EXPECT_FALSE(c.IsOperCloser() || c.IsNeedPoints());
   EXPECT_FALSE(c.IsValid());        // two null places are not two places
   EXPECT_EQ(c.IsCloserD(), 1e307);  // beyond 1e306 the distance itself comes back
 
@@ -16,43 +15,36 @@ TEST(DistContext, FreshRecordAndLimit) {
   limited.dDist = 0.75;
   EXPECT_EQ(limited.IsCloserD(), 1e306);
   limited.dDist = 0.25;
-  EXPECT_FALSE(limited.IsCloser());
-  EXPECT_EQ(limited.IsCloserD(), -1e306);
+  EXPECT_TRUE(!limited.IsCloser() && limited.IsCloserD() == -1e306);
   EXPECT_FALSE(DistContext(1e-10).IsOperCloser());
 }
 
 TEST(DistContext, OutputPlaces) {
   DistContext c(true, false);
-  EXPECT_EQ(c.Pt(true), &c.aPts[0]);
-  EXPECT_EQ(c.pPt2, nullptr);
-  EXPECT_EQ(c.Pt(false), &c.aPts[2]);  // never null, even when not asked for
-  EXPECT_EQ(c.GetInd(false), 2);
+  EXPECT_TRUE(c.Pt(true) == &c.aPts[0] && c.pPt2 == nullptr);
+  EXPECT_TRUE(c.Pt(false) == &c.aPts[2] && c.GetInd(false) == 2);  // never null, even when not asked for
 
   SMat mine;
   DistContext e;
   e.pPt2 = &mine;
   e.SetNeed(true, true);  // keeps the external place
-  EXPECT_EQ(e.pPt2, &mine);
-  EXPECT_TRUE(e.IsValid());
+  EXPECT_TRUE(e.pPt2 == &mine && e.IsValid());
 
   // IsLocal asks about the first pointer whatever it is told.
   DistContext only2;
   only2.SetNeed(false);
-  EXPECT_FALSE(only2.IsLocal(false));
-  EXPECT_TRUE(c.IsLocal(false));
+  EXPECT_TRUE(!only2.IsLocal(false) && c.IsLocal(false));
 
   DistContext both(true, true);
   both.Swap();
-  EXPECT_EQ(both.GetInd(true), 2);
-  EXPECT_EQ(both.GetInd(false), 0);
+  EXPECT_TRUE(both.GetInd(true) == 2 && both.GetInd(false) == 0);
 }
 
 TEST(DistContext, UpdateAndInsert) {
   DistContext c(true, true);
   c.Update(SMat(1, 0, 0), SMat(2, 0, 0), 3.0);
   c.Update(SMat(9, 0, 0), SMat(9, 0, 0), 3.0);  // a tie keeps the first result
-  EXPECT_EQ(c.aPts[0].x, 1.0);
-  EXPECT_EQ(c.dDist, 3.0);
+  EXPECT_TRUE(c.aPts[0].x == 1.0 && c.dDist == 3.0);
 
   DistContext sub(true, true);
   sub.Update(SMat(5, 0, 0), SMat(6, 0, 0), 2.0);
@@ -60,10 +52,7 @@ TEST(DistContext, UpdateAndInsert) {
   sub.abFlag[0] = sub.abFlag[1] = true;
   sub.anInd[0] = 1;
   EXPECT_TRUE(c.Insert(sub));
-  EXPECT_EQ(c.dDist, 2.0);
-  EXPECT_EQ(c.aPts[2].x, 6.0);
-  EXPECT_EQ(c.nCount, 4);
-  EXPECT_TRUE(c.abFlag[0]);
+  EXPECT_TRUE(c.dDist == 2.0 && c.aPts[2].x == 6.0 && c.nCount == 4 && c.abFlag[0]);
   EXPECT_FALSE(c.abFlag[1]);  // not merged
   EXPECT_EQ(c.anInd[0], -1);
   EXPECT_FALSE(c.Insert(sub));  // not strictly closer
@@ -76,10 +65,8 @@ TEST(DistContext, CopyReseatsLocalPoints) {
   src.aPts[3].Set(4, 5, 6);  // its companion travels with it
   src.anInd[1] = 2;
   const DistContext copy(src);
-  EXPECT_EQ(copy.pPt1, &copy.aPts[2]);
-  EXPECT_EQ(copy.pPt2, &copy.aPts[0]);
-  EXPECT_EQ(copy.aPts[3].z, 6.0);
-  EXPECT_EQ(copy.anInd[1], 2);
+  EXPECT_TRUE(copy.pPt1 == &copy.aPts[2] && copy.pPt2 == &copy.aPts[0]);
+  EXPECT_TRUE(copy.aPts[3].z == 6.0 && copy.anInd[1] == 2);
 
   // A local first point makes the copy's second point local too, even from null.
   const DistContext first(true, false);
@@ -87,21 +74,17 @@ TEST(DistContext, CopyReseatsLocalPoints) {
   EXPECT_EQ(c1.pPt2, &c1.aPts[2]);
 
   // An external first point: both pointers are shared as they are.
-  SMat a;
-  DistContext ext;
+  SMat a, b;
+  DistContext ext, c2;
   ext.pPt1 = &a;
   ext.SetNeed(false);
-  DistContext c2;
   c2 = ext;
-  EXPECT_EQ(c2.pPt1, &a);
-  EXPECT_EQ(c2.pPt2, &ext.aPts[2]);
+  EXPECT_TRUE(c2.pPt1 == &a && c2.pPt2 == &ext.aPts[2]);
 
   // Equality compares pointer values, not points, and ignores anInd.
-  DistContext x;
-  DistContext y;
+  DistContext x, y;
   x.anInd[0] = 5;
   EXPECT_TRUE(x == y);
-  SMat b;
   x.pPt1 = &a;
   y.pPt1 = &b;
   EXPECT_FALSE(x == y);

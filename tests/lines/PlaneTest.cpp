@@ -7,6 +7,8 @@
 #include <znag64/AnGeoState.h>
 #include <znbl64/Range.h>
 
+#include <tuple>
+
 #include "LinesTestUtil.h"
 
 namespace {
@@ -25,16 +27,15 @@ struct FlatShape : CPlane {
 TEST(CPlane, PointLocationBand) {
   const CPlane z0 = Plane(0, 0, 0, 0, 0, 1);
   // e = 1.5·tol either side.
-  EXPECT_EQ(z0.GetPointLocation(SMat(0, 0, 1.4e-10), 1e-10), CPlane::eOnPlane);
-  EXPECT_EQ(z0.GetPointLocation(SMat(0, 0, 1.6e-10), 1e-10), CPlane::ePositive);
-  EXPECT_EQ(z0.GetPointLocation(SMat(0, 0, -1.4e-10), 1e-10), CPlane::eOnPlane);
-  EXPECT_EQ(z0.GetPointLocation(SMat(5, 5, -1.6e-10), 1e-10), CPlane::eNegative);
-
   // Within 15·tol the virtual distance decides, with the dot product's sign; beyond, the dot
   // product alone.
-  EXPECT_EQ(FlatShape(0.0).GetPointLocation(SMat(0, 0, 1.4e-9), 1e-10), CPlane::eOnPlane);
-  EXPECT_EQ(FlatShape(0.0).GetPointLocation(SMat(0, 0, 1.6e-9), 1e-10), CPlane::ePositive);
-  EXPECT_EQ(FlatShape(1.0).GetPointLocation(SMat(0, 0, -1e-12), 1e-10), CPlane::eNegative);
+  const FlatShape touching(0.0), away(1.0);
+  const std::tuple<const CPlane&, SMat, CPlane::ELocn> cases[] = {
+      {z0, SMat(0, 0, 1.4e-10), CPlane::eOnPlane},        {z0, SMat(0, 0, 1.6e-10), CPlane::ePositive},
+      {z0, SMat(0, 0, -1.4e-10), CPlane::eOnPlane},       {z0, SMat(5, 5, -1.6e-10), CPlane::eNegative},
+      {touching, SMat(0, 0, 1.4e-9), CPlane::eOnPlane},   {touching, SMat(0, 0, 1.6e-9), CPlane::ePositive},
+      {away, SMat(0, 0, -1e-12), CPlane::eNegative}};
+  for (const auto& [plane, p, locn] : cases) EXPECT_EQ(plane.GetPointLocation(p, 1e-10), locn) << p.z;
 
   EXPECT_EQ(z0.GetLocation(Line(0, 0, 2, 1, 1, 0)), CPlane::eLineAbove);
   EXPECT_EQ(z0.GetLocation(Line(0, 0, 2, 1, 1, 1)), CPlane::eLineCrossing);
@@ -51,11 +52,10 @@ TEST(CPlane, LocationCodeConversions) {
   EXPECT_EQ(CPlane::ToPlaneLocation(Corner2D::eCornerOutside), 0);
   EXPECT_EQ(CPlane::GetOppositeLocation(CPlane::eSegmPositiveSide), CPlane::eSegmNegativeSide);
   const CPlane::ELocn n = CPlane::eNegative, o = CPlane::eOnPlane, p = CPlane::ePositive;
-  EXPECT_EQ(CPlane::GetSegmLocn(p, p), CPlane::eSegmAbove);
-  EXPECT_EQ(CPlane::GetSegmLocn(p, n), CPlane::eSegmCrossing);
-  EXPECT_EQ(CPlane::GetSegmLocn(n, o), CPlane::eSegmTouching);
-  EXPECT_EQ(CPlane::GetSegmLocn(o, o), CPlane::eSegmInPlane);
-  EXPECT_EQ(CPlane::GetSegmLocn(CPlane::eLocnUndefined, p), CPlane::eSegmUndefined);
+  const std::tuple<CPlane::ELocn, CPlane::ELocn, CPlane::ESegmLocn> segm[] = {
+      {p, p, CPlane::eSegmAbove}, {p, n, CPlane::eSegmCrossing}, {n, o, CPlane::eSegmTouching},
+      {o, o, CPlane::eSegmInPlane}, {CPlane::eLocnUndefined, p, CPlane::eSegmUndefined}};
+  for (auto [a, b, locn] : segm) EXPECT_EQ(CPlane::GetSegmLocn(a, b), locn) << a << " " << b;
 }
 
 // The library's typical request: a plane, a segment, a record asking for both nearest points.
@@ -64,30 +64,24 @@ TEST(CPlane, SegmentDistanceTypicalRequest) {
   DistContext ctx;
   ctx.SetNeed(true, true);
   EXPECT_EQ(z0.Dist(CSegment(SMat(0, 0, -1), SMat(0, 0, 2)), ctx), 1.0);  // ends only: crossing is not 0
-  ExpectVec(*ctx.Pt(false), 0, 0, -1);
-  ExpectVec(*ctx.Pt(true), 0, 0, 0);
-  EXPECT_EQ(ctx.dDist, 1.0);
-
+  EXPECT_TRUE(ctx.Pt(false)->Is(0, 0, -1) && ctx.Pt(true)->Is(0, 0, 0) && ctx.dDist == 1.0);
   // A farther segment leaves the best distance but still writes its points.
   EXPECT_EQ(z0.Dist(CSegment(SMat(3, 0, 4), SMat(3, 0, 5)), ctx), 4.0);
-  EXPECT_EQ(ctx.dDist, 1.0);
-  ExpectVec(*ctx.Pt(false), 3, 0, 4);
+  EXPECT_TRUE(ctx.dDist == 1.0 && ctx.Pt(false)->Is(3, 0, 4));
 
   // A tie takes Q; an external place receives it.
   SMat mine;
   DistContext ext;
   ext.pPt2 = &mine;
   EXPECT_EQ(z0.Dist(CSegment(SMat(1, 0, 2), SMat(1, 0, -2)), ext), 2.0);
-  ExpectVec(mine, 1, 0, -2);
-  ExpectVec(*ext.Pt(true), 1, 0, 0);
+  EXPECT_TRUE(mine.Is(1, 0, -2) && ext.Pt(true)->Is(1, 0, 0));
 }
 
 TEST(CPlane, IntersectionsAndConstructions) {
   const CPlane z0 = Plane(0, 0, 0, 0, 0, 1);
   SMat p;
   double t = 0.0;
-  EXPECT_TRUE(z0.GetSegmentIntersection(CSegment(SMat(0, 0, -1), SMat(0, 0, 1)), p, &t));
-  EXPECT_EQ(t, 1.0);
+  EXPECT_TRUE(z0.GetSegmentIntersection(CSegment(SMat(0, 0, -1), SMat(0, 0, 1)), p, &t) && t == 1.0);
   // 1e-10 of slack before P, none past Q.
   EXPECT_TRUE(z0.GetSegmentIntersection(CSegment(SMat(0, 0, 0.5e-10), SMat(0, 0, 1)), p));
   EXPECT_FALSE(z0.GetSegmentIntersection(CSegment(SMat(0, 0, -1), SMat(0, 0, -1e-10)), p));
@@ -95,24 +89,17 @@ TEST(CPlane, IntersectionsAndConstructions) {
   // PassPlane keeps the old origin: the plane is parallel to the line and the point.
   CPlane q = Plane(0, 0, 7, 1, 0, 0);
   const CLineal line = Line(0, 0, 1, 1, 0, 0);
-  EXPECT_TRUE(q.PassPlane(line, SMat(0, 1, 1)));
-  ExpectVec(q.origin, 0, 0, 7);
-  ExpectVec(q.dir, 0, 0, 1);
+  EXPECT_TRUE(q.PassPlane(line, SMat(0, 1, 1)) && q.origin.Is(0, 0, 7) && q.dir.Is(0, 0, 1));
   EXPECT_FALSE(q.PassPlane(line, SMat(5, 0, 1)));
 
   const CPlane z1 = Plane(0, 0, 1, 0, 0, 1);
-  SMat v(1, 2, -3);
-  EXPECT_TRUE(z1.ProjectVector(v));
-  ExpectVec(v, 1, 2, 0);
-  SMat normal(0, 0, -2);
-  EXPECT_FALSE(z1.ProjectVector(normal));
+  SMat v(1, 2, -3), normal(0, 0, -2);
+  EXPECT_TRUE(z1.ProjectVector(v) && v.Is(1, 2, 0) && !z1.ProjectVector(normal));
 
   CMFrame mirrored;
   mirrored.origin.Set(0, 0, 3);
   mirrored.Mirror(z1);
-  ExpectVec(mirrored.origin, 0, 0, -1);
-  ExpectVec(mirrored.axes[2], 0, 0, -1);
-  EXPECT_FALSE(mirrored.GetOrientation());
+  EXPECT_TRUE(mirrored.origin.Is(0, 0, -1) && mirrored.axes[2].Is(0, 0, -1) && !mirrored.GetOrientation());
 }
 
 TEST(CPlane, HeightsOverABox) {
@@ -154,18 +141,15 @@ TEST(Planeal, SpansAndHalfPlanes) {
   PlanealLoc half;  // the edge is the line through loc along x, the half-plane y > 0 of z = 1
   half.loc.Set(0, 0, 1);
   bool onEdge = true;
-  EXPECT_TRUE(half.IsInPositiveSemispace(SMat(0, 2e-10, 5), &onEdge));
-  EXPECT_FALSE(onEdge);
+  EXPECT_TRUE(half.IsInPositiveSemispace(SMat(0, 2e-10, 5), &onEdge) && !onEdge);
   SMat hit(7, 7, 7);
-  EXPECT_TRUE(half.GetSegmentIntersection(CSegment(), hit));  // computes nothing
-  ExpectVec(hit, 7, 7, 7);
+  EXPECT_TRUE(half.GetSegmentIntersection(CSegment(), hit) && hit.Is(7, 7, 7));  // computes nothing
 
   // Side 0 misses the plane z = 1, side 1 meets it on the -v side, side 2 on the edge plane.
   const SMat corners[3] = {SMat(0, 1, 2), SMat(0, 1, 3), SMat(0, -1, 0)};
   EXPECT_EQ(half.GetIntersectionTriangleEdge(Triangle3D(corners), hit, &onEdge, false), 1);
   ExpectVec(hit, 0, -1.0 / 3.0, 1);
-  EXPECT_EQ(half.GetIntersectionTriangleEdge(Triangle3D(corners), hit, &onEdge, true), -1);
-  EXPECT_TRUE(onEdge);
+  EXPECT_TRUE(half.GetIntersectionTriangleEdge(Triangle3D(corners), hit, &onEdge, true) == -1 && onEdge);
   const SMat point[3] = {SMat(1, 1, 1), SMat(1, 1, 1), SMat(1, 1, 1)};
   EXPECT_EQ(half.GetIntersectionTriangleEdge(Triangle3D(point), hit, nullptr, true), 0);
 }
@@ -176,8 +160,7 @@ TEST(CPlane, DebugDiscAndArrays) {
   Plane(1, 2, 3, 0, 1, 0).Dp(2.0);
   ASSERT_EQ(dbg.m_items.size(), before + 1);
   const Dbg3D::Item& item = dbg.m_items.back();
-  EXPECT_EQ(item.data.caption.rfind("CPlane ", 0), 0u);
-  EXPECT_EQ(item.color, 65535u);
+  EXPECT_TRUE(item.data.caption.rfind("CPlane ", 0) == 0u && item.color == 65535u);
   ASSERT_GT(item.data.GetVertexCount(), 0);
   EXPECT_NEAR(SMat(item.data.GetVertex(0)).Dist(SMat(1, 2, 3)), 2.0, 1e-14);  // on the rim
 
@@ -187,7 +170,5 @@ TEST(CPlane, DebugDiscAndArrays) {
   PlaneArray c;
   c.Add(CPlane());
   c = a;  // element by element with CLineal::Copy: tags too
-  EXPECT_EQ(c.GetSize(), 2);
-  EXPECT_EQ(c[1].tag, 12);
-  EXPECT_EQ(PlaneArray(a)[1].tag, 12);
+  EXPECT_TRUE(c.GetSize() == 2 && c[1].tag == 12 && PlaneArray(a)[1].tag == 12);
 }
