@@ -36,12 +36,18 @@ void Mult4(const double* a, const double* b, double* out) {
 // out := a x b through the two 4x4 matrices, out may be a or b. Repairing an invalid operand is
 // ToMatrix's side effect, which the composition has always had, const or not.
 void Compose(const CMFrame& a, const CMFrame& b, CMFrame& out) {
-  MatSq A(4);
-  MatSq B(4);
+  // The matrices live on the stack, zeroed as a freshly allocated 4x4 is: an invalid operand
+  // leaves its matrix so.
+  double blockA[16] = {};
+  double blockB[16] = {};
+  Mat A(4, 4, false);
+  Mat B(4, 4, false);
+  A.AttachStorage(blockA);
+  B.AttachStorage(blockB);
   const_cast<CMFrame&>(a).ToMatrix(A);
   const_cast<CMFrame&>(b).ToMatrix(B);
   double p[16];
-  Mult4(A.GetBuffer(), B.GetBuffer(), p);
+  Mult4(blockA, blockB, p);
   A.Initze(p);
   out.FromMatrix(A);
 }
