@@ -25,15 +25,12 @@ TEST(Triangle3D, SidesRunModuloThree) {
   EXPECT_EQ(&t.GetPrevPoint(0), &t.m_p[2]);
   SMat a, b;
   t.GetSides(1, a, b);  // leaving P1: towards P2, then towards P0
-  ExpectVec(a, -4, 3, 0);
-  ExpectVec(b, -4, 0, 0);
+  EXPECT_TRUE(a.Is(-4, 3, 0) && b.Is(-4, 0, 0));
   EXPECT_DOUBLE_EQ(t.GetSideLength(1), 5.0);
 
   CSegment s;
-  ASSERT_TRUE(t.GetSide(0, 2, s));  // corners 0 and 2 are joined by side 2, from P2
-  ExpectVec(s.origin, 0, 3, 0);
-  ASSERT_TRUE(t.GetSide(1, s, true));
-  ExpectVec(s.dir, 0.8, -0.6, 0);
+  EXPECT_TRUE(t.GetSide(0, 2, s) && s.origin.Is(0, 3, 0));  // corners 0 and 2: side 2, from P2
+  EXPECT_TRUE(t.GetSide(1, s, true) && s.dir.Is(0.8, -0.6, 0));
   EXPECT_FALSE(t.GetSide(1, 1, s));
   t.SetVertex(1, 0, 0, 0);
   EXPECT_FALSE(t.GetSide(0, s));
@@ -42,8 +39,7 @@ TEST(Triangle3D, SidesRunModuloThree) {
 TEST(Triangle3D, MeasuresKeepTheParallelogramArea) {
   const Triangle3D t = Tri(SMat(0, 0, 0), SMat(1, 0, 0), SMat(0, 1, 0));
   EXPECT_DOUBLE_EQ(t.Area(), 1.0);  // twice the triangle's 0.5
-  EXPECT_TRUE(t.IsValid(0.999));
-  EXPECT_FALSE(t.IsValid(1.0));
+  EXPECT_TRUE(t.IsValid(0.999) && !t.IsValid(1.0));
   EXPECT_NEAR(t.GetCornerAngle(0) + t.GetCornerAngle(1) + t.GetCornerAngle(2), 3.14159265358979, 1e-14);
   EXPECT_EQ(t.GetCornerAngle(3), -9.42477796076938);
   int ind = -1;
@@ -51,11 +47,9 @@ TEST(Triangle3D, MeasuresKeepTheParallelogramArea) {
   EXPECT_EQ(ind, 0);
 
   const Triangle3D flat = Tri(SMat(0, 0, 0), SMat(1, 1, 1), SMat(2, 2, 2));
-  EXPECT_FALSE(flat.IsValid(0.0));
   SMat n;
-  EXPECT_FALSE(flat.GetNormal(n, 1e-10));
   CMFrame f;
-  EXPECT_FALSE(flat.GetFrame(f, true));
+  EXPECT_FALSE(flat.IsValid(0.0) || flat.GetNormal(n, 1e-10) || flat.GetFrame(f, true));
   EXPECT_TRUE(f.IsUnitary());  // untouched
 
   // A small triangle's raw product (4e-12) is below tol; its unit sides still give the normal.
@@ -69,14 +63,10 @@ TEST(Triangle3D, MeasuresKeepTheParallelogramArea) {
 TEST(Triangle3D, FrameTakesTheCachedNormalUnlessIgnored) {
   Triangle3D t = Tri(SMat(1, 1, 1), SMat(3, 1, 1), SMat(1, 4, 1));
   CMFrame f;
-  ASSERT_TRUE(t.GetFrame(f, false));  // nothing cached yet
-  ExpectVec(f.axes[1], 0, 1, 0);
+  EXPECT_TRUE(t.GetFrame(f, false) && f.axes[1].Is(0, 1, 0));  // nothing cached yet
   t.vNormal.Set(0, 0, -2);
-  ASSERT_TRUE(t.GetFrame(f, false));
-  ExpectVec(f.axes[1], 0, -1, 0);
-  ExpectVec(f.axes[2], 0, 0, -1);
-  ASSERT_TRUE(t.GetFrame(f, true));
-  ExpectVec(f.axes[2], 0, 0, 1);
+  EXPECT_TRUE(t.GetFrame(f, false) && f.axes[1].Is(0, -1, 0) && f.axes[2].Is(0, 0, -1));
+  EXPECT_TRUE(t.GetFrame(f, true) && f.axes[2].Is(0, 0, 1));
 
   const Triangle3D copy(t);  // the cache is not copied
   EXPECT_EQ(copy.vNormal.SquareNorm(), 0.0);
@@ -90,16 +80,12 @@ TEST(Triangle3D, PlaneAndFlatCopies) {
   const Triangle3D t = Tri(SMat(1, 1, 1), SMat(3, 1, 1), SMat(2, 4, 1));
   CPlane pl;
   const double n[3] = {0, 0, 5};
-  ASSERT_TRUE(t.GetPlane(pl, n));
-  ExpectVec(pl.dir, 0, 0, 5);  // as given, not normalised
   const double zero[3] = {0, 0, 5e-11};
-  ASSERT_TRUE(t.GetPlane(pl, zero));
-  ExpectVec(pl.dir, 0, 0, 1);
+  EXPECT_TRUE(t.GetPlane(pl, n) && pl.dir.Is(0, 0, 5));  // as given, not normalised
+  EXPECT_TRUE(t.GetPlane(pl, zero) && pl.dir.Is(0, 0, 1));
 
   Triangle2D flat;
-  ASSERT_TRUE(t.To2D(flat));
-  EXPECT_EQ(flat.m_p[1], C2DPoint(2, 0));
-  EXPECT_EQ(flat.m_p[2], C2DPoint(1, 3));
+  EXPECT_TRUE(t.To2D(flat) && flat.m_p[1] == C2DPoint(2, 0) && flat.m_p[2] == C2DPoint(1, 3));
   ASSERT_TRUE(Tri(SMat(0, 0, 0), SMat(2, 0, 0), SMat(1, -3, 0)).To2D(flat));
   EXPECT_EQ(flat.m_p[2], C2DPoint(1, 3));  // y >= 0 whichever way the corners turn
   EXPECT_FALSE(Tri(SMat(1, 1, 1), SMat(1, 1, 1), SMat(0, 0, 0)).To2D(flat));
@@ -117,9 +103,7 @@ TEST(Triangle3D, BarycentricPointsAndDivision) {
 
   Triangle3D other;
   t.Divide(0, p, other);  // this (P0, p, P2), other (p, P1, P2): both counter-clockwise
-  ExpectVec(t.m_p[1], 2, 0, 0);
-  ExpectVec(other.m_p[0], 2, 0, 0);
-  ExpectVec(other.m_p[1], 4, 0, 0);
+  EXPECT_TRUE(t.m_p[1].Is(2, 0, 0) && other.m_p[0].Is(2, 0, 0) && other.m_p[1].Is(4, 0, 0));
   t.Divide(1, 1.0, 0, other);  // 1 along side 1, from (2, 0, 0) towards (0, 4, 0)
   ExpectVec(other.m_p[1], 2 - 1 / std::sqrt(5.0), 2 / std::sqrt(5.0), 0, 1e-15);
 }
