@@ -39,23 +39,18 @@ TEST(DynaModule, RoutesToTheRegisteredTarget) {
     FakeQuadrics quadr;
     FakeQuadrics twin;  // a second module of the identifier does not take it over
     EXPECT_FALSE(twin.IsRegistered());
-    EXPECT_EQ(matr.Execute(qc), S_OK);
-    EXPECT_EQ(arg, 4.5);
+    EXPECT_TRUE(matr.Execute(qc) == S_OK && arg == 4.5);
     QC other(DMID_QUADR, 8);
     EXPECT_EQ(matr.Execute(other), E_INVALIDARG);  // the target's own status comes back
-    EXPECT_EQ(quadr.executed, 2);
-    EXPECT_EQ(twin.executed, 0);
-    EXPECT_EQ(matr.GetInterface(ask), S_OK);
-    EXPECT_EQ(ask.m_pInterface, &quadr.handedOut);
+    EXPECT_TRUE(quadr.executed == 2 && twin.executed == 0);
+    EXPECT_TRUE(matr.GetInterface(ask) == S_OK && ask.m_pInterface == &quadr.handedOut);
   }
   ask.m_pInterface = nullptr;
   EXPECT_EQ(matr.Execute(qc), DM_E_NOTLOADED);  // unloaded with its object
-  EXPECT_EQ(matr.GetInterface(ask), DM_E_NOTLOADED);
-  EXPECT_EQ(ask.m_pInterface, nullptr);
+  EXPECT_TRUE(matr.GetInterface(ask) == DM_E_NOTLOADED && ask.m_pInterface == nullptr);
 
   FakeQuadrics client(DynaModule::eConfigClient);  // registered, but answers nothing
   DynaModule local(&DMID_GEOM, DynaModule::eConfigLocal);
   EXPECT_EQ(DynaModule::Find(DMID_GEOM), nullptr);
-  EXPECT_EQ(local.Execute(qc), DM_E_NOTHANDLED);
-  EXPECT_EQ(client.executed, 0);
+  EXPECT_TRUE(local.Execute(qc) == DM_E_NOTHANDLED && client.executed == 0);
 }
