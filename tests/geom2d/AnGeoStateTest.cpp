@@ -58,25 +58,21 @@ TEST(AnGeoState, GeneratorMakesSections) {
 
   ISection* sec = MakeArrow("CLineal 0000abcd");
   int n = 0;
-  sec->GetStripCount(&n);
-  EXPECT_EQ(n, 1);
   double len = 0, lo[3], hi[3];
+  EXPECT_TRUE(sec->GetStripCount(&n) == S_OK && n == 1);
   sec->GetLength(&len);
   EXPECT_DOUBLE_EQ(len, 2.0 + 3 * 1.1);
   const double move[12] = {1, 0, 0, 1, 0, 1, 0, 2, 0, 0, 1, 3};
   sec->Transform(move);
-  EXPECT_EQ(sec->GetBox(lo, hi), S_OK);
-  EXPECT_EQ(lo[1], 2.0);
-  EXPECT_EQ(hi[0], 3.0);
+  EXPECT_TRUE(sec->GetBox(lo, hi) == S_OK && lo[1] == 2.0 && hi[0] == 3.0);
   char buf[8];
-  EXPECT_EQ(sec->GetCaption(buf, sizeof buf), S_FALSE);
+  EXPECT_EQ(sec->GetCaption(buf, sizeof buf), S_FALSE);  // cut to the buffer
   EXPECT_STREQ(buf, "CLineal");
 
   // A gap in the index list is filled with -1 and breaks the polyline; a lone entry draws nothing.
   IIndexArray* ix = nullptr;
   sec->QueryInterface(IID_IIndexArray, reinterpret_cast<void**>(&ix));
-  EXPECT_EQ(ix->SetEntry(7, 3), S_OK);
-  EXPECT_EQ(ix->SetEntry(-1, 0), E_INVALIDARG);
+  EXPECT_TRUE(ix->SetEntry(7, 3) == S_OK && ix->SetEntry(-1, 0) == E_INVALIDARG);
   ix->SetEntry(2, -1);
   sec->GetStripCount(&n);
   EXPECT_EQ(n, 2);  // 0-1 and 1-3
@@ -96,9 +92,7 @@ TEST(AnGeoState, DebuggerRecordsAndWritesSvg) {
   EXPECT_EQ(dbg.Show(sec, 65535, 1), S_OK);
   AnGeoState::Set3DPush(true);
   EXPECT_EQ(dbg.Show(&plain), S_OK);
-  EXPECT_TRUE(AnGeoState::PopStream());
-  EXPECT_TRUE(AnGeoState::PopStream());
-  EXPECT_FALSE(AnGeoState::PopStream());
+  EXPECT_TRUE(AnGeoState::PopStream() && AnGeoState::PopStream() && !AnGeoState::PopStream());
   EXPECT_EQ(dbg.Show(nullptr), E_POINTER);
   EXPECT_EQ(plain.n, 1u);  // the debugger keeps no reference
   sec->SetCaption("changed after showing");
@@ -107,8 +101,7 @@ TEST(AnGeoState, DebuggerRecordsAndWritesSvg) {
   ASSERT_EQ(dbg.m_items.size(), 3u);
   const Dbg3D::Item& a = dbg.m_items[0];
   EXPECT_EQ(a.data.caption, "CLineal 0000abcd");
-  EXPECT_EQ(a.data.idx, (std::vector<LONG>{0, 1, 2, 1, 3}));
-  EXPECT_EQ(a.data.xyz[3], 2.0);
+  EXPECT_TRUE(a.data.idx == (std::vector<LONG>{0, 1, 2, 1, 3}) && a.data.xyz[3] == 2.0);
   EXPECT_TRUE(a.b3D && a.bSection && !dbg.m_items[1].b3D && !dbg.m_items[2].bSection);
   EXPECT_EQ(dbg.m_items[2].nStream, dbg.m_items[1].nStream + 1);
 
@@ -123,13 +116,11 @@ TEST(AnGeoState, DebuggerRecordsAndWritesSvg) {
   std::stringstream ss;
   ss << std::ifstream(file).rdbuf();
   const std::string svg = ss.str();
-  EXPECT_NE(svg.find(">CLineal 0000abcd</text>"), std::string::npos);
-  EXPECT_NE(svg.find(">a&amp;b&lt;c&gt;</text>"), std::string::npos);
-  EXPECT_NE(svg.find("<polygon"), std::string::npos);            // the filled one
-  EXPECT_NE(svg.find("stroke=\"#ffff00\""), std::string::npos);  // 65535: red and green
-  // The flat stream's top view keeps x: its arrow runs from x 0 to x 2 on the picture.
-  EXPECT_NE(svg.find("points=\"0,0 2,0 0.9,0 2,0 0.9,0 \""), std::string::npos);
-  EXPECT_NE(svg.find("</svg>"), std::string::npos);
+  // The polygon is the filled one, 65535 is red and green, and the flat stream's top view keeps x:
+  // its arrow runs from x 0 to x 2 on the picture.
+  for (const char* part : {">CLineal 0000abcd</text>", ">a&amp;b&lt;c&gt;</text>", "<polygon",
+                           "stroke=\"#ffff00\"", "points=\"0,0 2,0 0.9,0 2,0 0.9,0 \"", "</svg>"})
+    EXPECT_NE(svg.find(part), std::string::npos) << part;
   EXPECT_FALSE(dbg.WriteSvg((dir / "no such dir" / "x.svg").c_str()));
   dbg.Clear();
 }

@@ -5,19 +5,14 @@
 
 #include <cmath>
 #include <numbers>
+#include <tuple>
 
 TEST(C2DPoint, RotateAndNormalize) {
-  C2DPoint r(1, 0);
+  C2DPoint r(1, 0), d(3, 4), tiny(1e-10, 0);
   r.Rotate(std::numbers::pi / 2);  // counter-clockwise
-  EXPECT_NEAR(r.x, 0.0, 1e-16);
-  EXPECT_EQ(r.y, 1.0);
-
-  C2DPoint d(3, 4);
-  EXPECT_TRUE(d.Normalize());
-  EXPECT_EQ(d, C2DPoint(0.6, 0.8));
-  C2DPoint tiny(1e-10, 0);
-  EXPECT_FALSE(tiny.Normalize());
-  EXPECT_EQ(tiny.x, 1e-10);
+  EXPECT_TRUE(std::fabs(r.x) < 1e-16 && r.y == 1.0);
+  EXPECT_TRUE(d.Normalize() && d == C2DPoint(0.6, 0.8));
+  EXPECT_TRUE(!tiny.Normalize() && tiny.x == 1e-10);
   Segment2D s(C2DPoint(1, 1), C2DPoint(1, 1));  // no direction: dir keeps the zero difference
   EXPECT_EQ(s.dir, C2DPoint(0, 0));
 }
@@ -49,21 +44,17 @@ TEST(CMLine, LocationCodesAndIndices) {
 
 TEST(Corner2D, ConvexAndReflexCorners) {
   const Corner2D q;  // first quadrant
-  EXPECT_EQ(q.GetLocation(C2DPoint(1e-10, 0), 1e-10), Corner2D::eCornerAtVertex);
-  EXPECT_EQ(q.GetLocation(C2DPoint(2, 1e-10), 1e-10), Corner2D::eCornerOnSide1);
-  EXPECT_EQ(q.GetLocation(C2DPoint(0, 2), 1e-10), Corner2D::eCornerOnSide2);
-  EXPECT_EQ(q.GetLocation(C2DPoint(-1, 0), 1e-10), Corner2D::eCornerOnExtension);
-  EXPECT_EQ(q.GetLocation(C2DPoint(2, -2e-10), 1e-10), Corner2D::eCornerOutside);
-
-  Corner2D r;  // three quarters of a turn, from +x counter-clockwise to -y
+  Corner2D r;         // three quarters of a turn, from +x counter-clockwise to -y
   ASSERT_TRUE(r.Set(C2DPoint(1, 1), C2DPoint(5, 0), C2DPoint(0, -2)));
   EXPECT_EQ(r.dir2, C2DPoint(0, -1));
-  EXPECT_EQ(r.GetLocation(C2DPoint(0, 0), 1e-10), Corner2D::eCornerInside);
-  EXPECT_EQ(r.GetLocation(C2DPoint(2, 0), 1e-10), Corner2D::eCornerOutside);
-  EXPECT_EQ(r.GetLocation(C2DPoint(0, 1), 1e-10), Corner2D::eCornerOnExtension);
-
-  EXPECT_FALSE(r.Set(C2DPoint(), C2DPoint(), C2DPoint(0, 1)));
-  EXPECT_EQ(r.vertex, C2DPoint(1, 1));
+  const std::tuple<const Corner2D&, C2DPoint, Corner2D::ECornerLocn> cases[] = {
+      {q, C2DPoint(1e-10, 0), Corner2D::eCornerAtVertex}, {q, C2DPoint(2, 1e-10), Corner2D::eCornerOnSide1},
+      {q, C2DPoint(0, 2), Corner2D::eCornerOnSide2},      {q, C2DPoint(-1, 0), Corner2D::eCornerOnExtension},
+      {q, C2DPoint(2, -2e-10), Corner2D::eCornerOutside}, {r, C2DPoint(0, 0), Corner2D::eCornerInside},
+      {r, C2DPoint(2, 0), Corner2D::eCornerOutside},      {r, C2DPoint(0, 1), Corner2D::eCornerOnExtension}};
+  for (const auto& [corner, p, locn] : cases)
+    EXPECT_EQ(corner.GetLocation(p, 1e-10), locn) << p.x << ", " << p.y;
+  EXPECT_TRUE(!r.Set(C2DPoint(), C2DPoint(), C2DPoint(0, 1)) && r.vertex == C2DPoint(1, 1));
   r.dir1 = C2DPoint();
   EXPECT_EQ(r.GetLocation(C2DPoint(5, 5), 1e-10), Corner2D::eCornerUndefined);
 }
@@ -71,8 +62,7 @@ TEST(Corner2D, ConvexAndReflexCorners) {
 TEST(Circle2D, ThreePointsAndCollinear) {
   Circle2D c;
   ASSERT_TRUE(c.DefineFromThreePoints(C2DPoint(0, 0), C2DPoint(2, 0), C2DPoint(0, 2)));
-  EXPECT_EQ(c.center, C2DPoint(1, 1));
-  EXPECT_EQ(c.radius, std::sqrt(2.0));
+  EXPECT_TRUE(c.center == C2DPoint(1, 1) && c.radius == std::sqrt(2.0));
   const C2DPoint pts[3] = {C2DPoint(8, -2), C2DPoint(3, 3), C2DPoint(-2, -2)};
   ASSERT_TRUE(c.DefineFromThreePoints(pts));
   EXPECT_DOUBLE_EQ(c.center.x, 3.0);
@@ -83,8 +73,7 @@ TEST(Circle2D, ThreePointsAndCollinear) {
   ASSERT_TRUE(c.DefineFromThreePoints(C2DPoint(0, 0), C2DPoint(1e-8, 0), C2DPoint(0, 1e-8)));
   EXPECT_DOUBLE_EQ(c.center.x, 5e-9);
   const Circle2D before = c;
-  EXPECT_FALSE(c.DefineFromThreePoints(C2DPoint(0, 0), C2DPoint(1, 1), C2DPoint(2, 2)));
-  EXPECT_FALSE(c.DefineFromThreePoints(C2DPoint(0, 0), C2DPoint(1e6, 0), C2DPoint(2e6, 1e-5)));
-  EXPECT_EQ(c.center, before.center);
-  EXPECT_EQ(c.radius, before.radius);
+  EXPECT_FALSE(c.DefineFromThreePoints(C2DPoint(0, 0), C2DPoint(1, 1), C2DPoint(2, 2)) ||
+               c.DefineFromThreePoints(C2DPoint(0, 0), C2DPoint(1e6, 0), C2DPoint(2e6, 1e-5)));
+  EXPECT_TRUE(c.center == before.center && c.radius == before.radius);
 }

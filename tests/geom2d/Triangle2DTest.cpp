@@ -73,15 +73,13 @@ TEST(Triangle2D, LocationsIndicesAndSidePositions) {
   EXPECT_EQ(Locate(kTri, 7, -4).adSideDist[0], 5.0);  // outside, to the side's nearest end
   EXPECT_EQ(kTri.GetPointLocation(q), Tri2DPoint::eInside);
   q.dTol = 1e-3;
-  EXPECT_EQ(kTri.GetPointLocation(q), Tri2DPoint::eOnSide);
-  EXPECT_EQ(q.dSidePosn, 0.0);
+  EXPECT_TRUE(kTri.GetPointLocation(q) == Tri2DPoint::eOnSide && q.dSidePosn == 0.0);
 }
 
 TEST(Triangle2D, DegenerateTriangles) {
   const Triangle2D line = Make(0, 0, 1, 0, 2, 0);
   const Tri2DPoint p = Locate(line, 1, 1);
-  EXPECT_EQ(p.eLocn, Tri2DPoint::eDegenerate);
-  EXPECT_EQ(p.nInd, -1);
+  EXPECT_TRUE(p.eLocn == Tri2DPoint::eDegenerate && p.nInd == -1);
   EXPECT_EQ(p.adSideDist[0], 1.0);  // distances are still filled
   EXPECT_EQ(Locate(line, 1, 0).eLocn, Tri2DPoint::eDegenerate);
   EXPECT_EQ(Locate(Triangle2D(), 0, 0).eLocn, Tri2DPoint::eDegenerate);
@@ -99,9 +97,7 @@ TEST(Triangle2D, ClockwiseCornersOneAndTwoSided) {
     EXPECT_EQ(Locate(cw, 5, 5).eLocn, Tri2DPoint::eOutside);
     // Sides keep the caller's numbering: side 2 runs from (4, 0) back to (0, 0).
     const Tri2DPoint s = Locate(cw, 3, 0);
-    EXPECT_EQ(s.eLocn, Tri2DPoint::eOnSide);
-    EXPECT_EQ(s.nInd, 2);
-    EXPECT_EQ(s.dSidePosn, 1.0);
+    EXPECT_TRUE(s.eLocn == Tri2DPoint::eOnSide && s.nInd == 2 && s.dSidePosn == 1.0);
   }
 }
 
@@ -112,10 +108,7 @@ TEST(Triangle2D, SetVertexAndNormalize) {
   for (int i = 0; i < 3; ++i) EXPECT_EQ(t.m_p[i], kTri.m_p[i]);
 
   double a = -1, b = -1, c = -2;
-  EXPECT_TRUE(Triangle2D::Normalize(a, b, c));
-  EXPECT_EQ(a, 0.25);
-  EXPECT_EQ(c, 0.5);
+  EXPECT_TRUE(Triangle2D::Normalize(a, b, c) && a == 0.25 && c == 0.5);
   a = 1, b = -1, c = 5e-11;
-  EXPECT_FALSE(Triangle2D::Normalize(a, b, c));
-  EXPECT_EQ(c, 5e-11);
+  EXPECT_TRUE(!Triangle2D::Normalize(a, b, c) && c == 5e-11);
 }
