@@ -20,9 +20,7 @@ class TempFile {
     std::filesystem::path dir = env != nullptr && *env != '\0' ? std::filesystem::path(env)
                                                                : std::filesystem::temp_directory_path();
     std::filesystem::create_directories(dir);
-    m_path = (dir / (std::string(stem) + "-" + std::to_string(::getpid()) + "-" +
-                     std::to_string(counter++) + ".bin"))
-                 .string();
+    m_path = dir / (std::string(stem) + "-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
     std::filesystem::remove(m_path);
   }
   ~TempFile() {

@@ -42,19 +42,17 @@ TEST(CString, SubStringsAndSearchesClampLikeTheFramework) {
   for (auto [got, want] : finds) EXPECT_EQ(got, want);
 }
 
-TEST(CString, GetBufferAndReleaseBuffer) {
+TEST(CString, ReleaseBufferTakesTheLengthToTheZeroOrAsGiven) {
   CString s("abc");
   char* p = s.GetBuffer(10);
   EXPECT_STREQ(p, "abc");
   std::strcpy(p, "0123456789");
   s.ReleaseBuffer();
   EXPECT_EQ(s, "0123456789");
-  p = s.GetBuffer();
-  p[2] = '\0';
+  s.GetBuffer()[2] = '\0';
   s.ReleaseBuffer();
   EXPECT_EQ(s, "01");
-  p = s.GetBufferSetLength(4);
-  std::memcpy(p, "wxyz", 4);
+  std::memcpy(s.GetBufferSetLength(4), "wxyz", 4);
   s.ReleaseBuffer(3);
   EXPECT_EQ(s, "wxy");
 }

@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <cstring>
+#include <string>
 #include <utility>
+#include <vector>
+
+#include "TempFile.h"
 
 TEST(Exceptions, RunTimeClassesFollowTheHierarchy) {
   CException base;
@@ -36,52 +39,38 @@ TEST(Exceptions, ThrownByPointerAndDeletedByTheCatcher) {
   } catch (CException* e) {
     ASSERT_TRUE(e->IsKindOf(RUNTIME_CLASS(CFileException)));
     auto* fe = static_cast<CFileException*>(e);
-    EXPECT_EQ(fe->m_cause, CFileException::diskFull);
-    EXPECT_EQ(fe->m_lOsError, ENOSPC);
+    EXPECT_TRUE(fe->m_cause == CFileException::diskFull && fe->m_lOsError == ENOSPC);
     EXPECT_EQ(fe->m_strFileName, "/data/m.bin");
     e->Delete();  // LeakSanitizer checks that this frees it
   }
-  try {
-    AfxThrowArchiveException(CArchiveException::badClass);
-  } catch (CArchiveException* e) {
-    EXPECT_EQ(e->m_cause, CArchiveException::badClass);
-    e->Delete();
-  }
-  try {
-    AfxThrowMemoryException();
-  } catch (CMemoryException* e) {
-    e->Delete();
-  }
+  EXPECT_EQ(CauseOf<CArchiveException>([] { AfxThrowArchiveException(CArchiveException::badClass); }),
+            CArchiveException::badClass);
+  EXPECT_EQ(CauseOf<CMemoryException>([] { AfxThrowMemoryException(); }), 0);
   // An exception on the stack is not deleted by Delete().
   CException onStack(FALSE);
   onStack.Delete();
 }
 
 TEST(Exceptions, MessagesNameTheFileAndTruncateToTheBuffer) {
-  char buf[128];
+  // The text written into a buffer of exactly n characters; "-" and the text when there is none.
+  auto message = [](const CException& e, UINT n = 128) {
+    std::vector<char> buf(n, 'X');
+    const BOOL has = e.GetErrorMessage(buf.data(), n);
+    return (has ? "" : "-") + std::string(buf.data());
+  };
+  const CFileException e(CFileException::fileNotFound, ENOENT, "/tmp/matrix.bin");
+  EXPECT_EQ(message(e), "/tmp/matrix.bin was not found.");
+  EXPECT_EQ(message(CFileException(CFileException::sharingViolation, -1, "a.bin")),
+            "A sharing violation occurred while accessing a.bin.");
+  EXPECT_EQ(message(CArchiveException(CArchiveException::endOfFile)),
+            "An attempt was made to access an unnamed file past its end.");
+  EXPECT_EQ(message(CArchiveException(99, "x")), "An unknown error occurred while accessing x.");  // generic
+  EXPECT_EQ(message(e, 10), "/tmp/matr");  // nine characters and the zero
+  EXPECT_EQ(message(e, 1), "");
+  EXPECT_EQ(message(CMemoryException(), 4), "Out");
+  EXPECT_EQ(message(CException()), "-");  // the base has none, and empties the buffer
   UINT help = 77;
-  CFileException e(CFileException::fileNotFound, ENOENT, "/tmp/matrix.bin");
-  ASSERT_TRUE(e.GetErrorMessage(buf, sizeof buf, &help));
-  EXPECT_STREQ(buf, "/tmp/matrix.bin was not found.");
-  EXPECT_EQ(help, 0u);
-  CFileException(CFileException::sharingViolation, -1, "a.bin").GetErrorMessage(buf, sizeof buf);
-  EXPECT_STREQ(buf, "A sharing violation occurred while accessing a.bin.");
-  CArchiveException(CArchiveException::endOfFile).GetErrorMessage(buf, sizeof buf);
-  EXPECT_STREQ(buf, "An attempt was made to access an unnamed file past its end.");
-  CArchiveException(99, "x").GetErrorMessage(buf, sizeof buf);  // unknown cause: the generic text
-  EXPECT_STREQ(buf, "An unknown error occurred while accessing x.");
-
-  char small[10];
-  std::memset(small, 'X', sizeof small);
-  ASSERT_TRUE(e.GetErrorMessage(small, sizeof small));
-  EXPECT_STREQ(small, "/tmp/matr");  // nine characters and the zero
-  char one[1] = {'X'};
-  EXPECT_TRUE(e.GetErrorMessage(one, 1));
-  EXPECT_EQ(one[0], '\0');
+  char buf[64];
+  EXPECT_TRUE(e.GetErrorMessage(buf, sizeof buf, &help) && help == 0u);
   EXPECT_FALSE(e.GetErrorMessage(nullptr, 0));
-  ASSERT_TRUE(CMemoryException().GetErrorMessage(buf, 4));
-  EXPECT_STREQ(buf, "Out");
-  buf[0] = 'X';
-  EXPECT_FALSE(CException().GetErrorMessage(buf, sizeof buf));
-  EXPECT_STREQ(buf, "");
 }

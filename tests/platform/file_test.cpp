@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <memory>
+#include <string>
 
 #include "TempFile.h"
 
@@ -23,8 +24,7 @@ TEST(CFile, FailedOpensReportTheCause) {
     CFile f(missing.c_str(), CFile::modeRead | CFile::shareDenyWrite);
     FAIL() << "opened a missing file";
   } catch (CFileException* e) {
-    EXPECT_EQ(e->m_cause, CFileException::fileNotFound);
-    EXPECT_EQ(e->m_lOsError, ENOENT);
+    EXPECT_TRUE(e->m_cause == CFileException::fileNotFound && e->m_lOsError == ENOENT);
     EXPECT_EQ(e->m_strFileName, missing.c_str());
     e->Delete();
   }
@@ -44,17 +44,13 @@ TEST(CFile, WritesReadsSeeksAndTruncates) {
   EXPECT_EQ(f.GetFilePath(), tmp.c_str());
   EXPECT_EQ(f.GetFileName(), std::filesystem::path(tmp.c_str()).filename().c_str());
   f.Write("0123456789", 10);
-  EXPECT_EQ(f.GetLength(), 10u);
-  EXPECT_EQ(f.GetPosition(), 10u);
+  EXPECT_TRUE(f.GetLength() == 10u && f.GetPosition() == 10u);
   f.SeekToBegin();
   char buf[16] = {};
-  EXPECT_EQ(f.Read(buf, 4), 4u);
-  EXPECT_STREQ(buf, "0123");
-  EXPECT_EQ(f.Seek(-3, CFile::end), 7u);
-  EXPECT_EQ(f.Seek(1, CFile::current), 8u);
+  EXPECT_TRUE(f.Read(buf, 4) == 4u && std::string(buf) == "0123");
+  EXPECT_TRUE(f.Seek(-3, CFile::end) == 7u && f.Seek(1, CFile::current) == 8u);
   EXPECT_EQ(CauseOf<CFileException>([&] { f.Seek(-1, CFile::begin); }), CFileException::badSeek);
-  EXPECT_EQ(f.Read(buf, 16), 2u);  // the short count at the end
-  EXPECT_EQ(buf[1], '9');
+  EXPECT_TRUE(f.Read(buf, 16) == 2u && buf[1] == '9');  // the short count at the end
   EXPECT_EQ(f.Read(buf, 16), 0u);
   EXPECT_EQ(f.SeekToEnd(), 10u);
   f.SetLength(4);
@@ -63,12 +59,9 @@ TEST(CFile, WritesReadsSeeksAndTruncates) {
   EXPECT_EQ(f.m_hFile, CFile::hFileNull);
   EXPECT_EQ(tmp.Bytes(), (Bytes{'0', '1', '2', '3'}));
 
-  {
-    CFile g(tmp.c_str(), CFile::modeCreate | CFile::modeNoTruncate | CFile::modeWrite);
-    g.Write("9", 1);
-  }
+  CFile(tmp.c_str(), CFile::modeCreate | CFile::modeNoTruncate | CFile::modeWrite).Write("9", 1);
   EXPECT_EQ(tmp.Bytes(), (Bytes{'9', '1', '2', '3'}));
-  { CFile g(tmp.c_str(), CFile::modeCreate | CFile::modeWrite); }
+  CFile(tmp.c_str(), CFile::modeCreate | CFile::modeWrite).Close();
   EXPECT_TRUE(tmp.Bytes().empty());
 }
 
