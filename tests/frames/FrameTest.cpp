@@ -79,7 +79,7 @@ TEST(CMFrame, PointsVectorsAndMoves) {
   s.To3DEx(q2, h, r);
   EXPECT_TRUE(r.IsSame(q, 1e-14));
   CMFrame t = s;
-  t.Rotate(1e-11, 2);
+  t.Rotate(1e-11, 2);  // a negligible turn is not made
   EXPECT_TRUE(t.IsSame(s, 0.0));
 }
 
@@ -88,10 +88,9 @@ TEST(CMFrame, FrameConversionsAreAsymmetric) {
   f.axes[0].Set(2.0, 0.0, 0.0);
   f.axes[1].Set(0.0, 3.0, 0.0);
   CMFrame local = f, global = f;
-  CMFrame().ToLocal(local);  // lengths come through
-  EXPECT_TRUE(local.axes[2].Is(0.0, 0.0, 6.0));
+  CMFrame().ToLocal(local);    // lengths come through
   CMFrame().ToGlobal(global);  // renormalised
-  EXPECT_TRUE(global.IsUnitary());
+  EXPECT_TRUE(local.axes[2].Is(0.0, 0.0, 6.0) && global.IsUnitary());
 
   // A left-handed frame comes out right-handed unless asked to keep its hand.
   CMFrame left;
@@ -99,8 +98,7 @@ TEST(CMFrame, FrameConversionsAreAsymmetric) {
   CMFrame a = left, b = left;
   SkewFrame().ToGlobal(a);
   SkewFrame().ToGlobal(b, true);
-  EXPECT_TRUE(a.GetOrientation());
-  EXPECT_FALSE(b.GetOrientation());
+  EXPECT_TRUE(a.GetOrientation() && !b.GetOrientation());
   SkewFrame().ToLocal(b, true);
   EXPECT_TRUE(b.IsSame(left, 1e-14));
 }
@@ -123,8 +121,7 @@ TEST(CMFrame, RepairsAndFailedBuilds) {
   SMat a(0.0, 0.0, 2.0), b(1.0, 0.0, 0.0), c(0.0, 0.0, -4.0);
   EXPECT_FALSE(s.SetAxes(0, a, 0, b, true) || s.SetAxes(0, a, 3, b, true));
   EXPECT_TRUE(a.Is(0.0, 0.0, 2.0));
-  EXPECT_FALSE(s.SetAxes(0, a, 1, c, true));
-  EXPECT_TRUE(a.Is(0.0, 0.0, 1.0) && s.IsUnitary(0.0));
+  EXPECT_TRUE(!s.SetAxes(0, a, 1, c, true) && a.Is(0.0, 0.0, 1.0) && s.IsUnitary(0.0));
   EXPECT_TRUE(s.SetAxes(2, a, 0, b, false) && s.axes[1].Is(0.0, -1.0, 0.0));
 
   // LookAt: Z to the target, Y the up vector made orthogonal; degenerate requests change nothing.
@@ -218,13 +215,10 @@ TEST(CMFrame, Matrices) {
   f.ToMatrix(m);
   double flat[16];
   f.ToMatrix(flat);
-  for (int k = 0; k < 3; ++k) {
-    for (int r = 0; r < 3; ++r) EXPECT_EQ(m.GetElem(r, k), f.axes[k][r]);
-    EXPECT_EQ(m.GetElem(k, 3), f.origin[k]);
-    EXPECT_EQ(m.GetElem(3, k), 0.0);
-  }
-  EXPECT_EQ(m.GetElem(3, 3), 1.0);
-  EXPECT_EQ(std::memcmp(flat, m.m_pData, sizeof flat), 0);
+  const SMat &X = f.axes[0], &Y = f.axes[1], &Z = f.axes[2], &O = f.origin;  // axes as columns
+  const double rows[16] = {X.x, Y.x, Z.x, O.x, X.y, Y.y, Z.y, O.y, X.z, Y.z, Z.z, O.z, 0, 0, 0, 1};
+  EXPECT_EQ(std::memcmp(m.m_pData, rows, sizeof rows), 0);
+  EXPECT_EQ(std::memcmp(flat, rows, sizeof rows), 0);
   CMFrame g;
   g.FromMatrix(m);
   EXPECT_TRUE(g.IsSame(f, 1e-15));
@@ -243,8 +237,7 @@ TEST(CMFrame, Matrices) {
   bad.axes[1] *= 2.0;
   MatSq untouched(4);
   bad.ToMatrix(untouched);
-  EXPECT_TRUE(untouched.GetMax(true) == 0.0 && untouched.GetMax(false) == 0.0);
-  EXPECT_TRUE(bad.IsSame(f, 1e-15));
+  EXPECT_TRUE(untouched.GetMax(true) == 0.0 && untouched.GetMax(false) == 0.0 && bad.IsSame(f, 1e-15));
 
   // The identity's affine map carried from f's terms into global ones is f's own.
   AffinTransf t, u;
