@@ -148,7 +148,7 @@ TEST(CArchive, FlushWhileLoadingReturnsTheUnreadBytesToTheFile) {
   EXPECT_EQ(f.GetPosition(), 4u);
   CArchive again(&f, kLoad);
   again >> j;
-  EXPECT_EQ(i * 10 + j, 12);
+  EXPECT_TRUE(i == 1 && j == 2);
 }
 
 TEST(CArchive, CountsAndStringsUseTheFrameworksEscapes) {
