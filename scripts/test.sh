@@ -20,4 +20,15 @@ cmake -S examples/consumer -B build/consumer -G Ninja -DCMAKE_PREFIX_PATH="$pref
 cmake --build build/consumer
 build/consumer/znmt64_consumer
 PKG_CONFIG_PATH="$prefix/lib/pkgconfig" pkg-config --exists znmt64
+
+echo "== fuzz: each target for a minute (any finding fails)"
+cmake --preset fuzz
+cmake --build --preset fuzz
+bash fuzz/run.sh 60
+
+echo "== tsan: the whole suite under ThreadSanitizer"
+cmake --preset tsan
+cmake --build --preset tsan
+ctest --preset tsan
+
 echo "all tests passed"

@@ -182,7 +182,7 @@ std::uint64_t QueryMix::Run(long i) {
     case 8: {  // the scalar solver
       CScalarSolver s(&Cubic);
       CArray<double, double> roots;
-      h << s.FindRoots(RangeR1(-2.0 + v(13) / 64.0, 2.0), roots, 0.01);
+      h << s.FindRoots(RangeR1(-2.0 + v(13) / 64.0, 2.0), roots, 0.05);
       for (INT_PTR k = 0; k < roots.GetSize(); ++k) h << roots[k];
       h << s.Integral(-1.0, 1.0 + v(14) / 16.0);
       break;
