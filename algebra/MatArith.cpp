@@ -21,11 +21,42 @@ struct Factor {
 
 Factor FactorOf(const Mat& m) { return {m.GetStore(), std::max(m.m_nCols, 0), m.HeldSize()}; }
 
+template <int N>
+void ProductOfOrder(const double* a, long sa, const double* b, long sb, double* r) {
+#pragma GCC unroll 4
+  for (int i = 0; i < N; ++i)
+#pragma GCC unroll 4
+    for (int j = 0; j < N; ++j) {
+      double s = 0.0;
+#pragma GCC unroll 4
+      for (int k = 0; k < N; ++k) s += a[i * sa + k] * b[k * sb + j];
+      r[i * N + j] = s;
+    }
+}
+
+// The 3×3 and 4×4 products that make up most of the library's work, when the blocks hold every
+// factor element: the general loop's sums, unrolled. The result is made aside before out is
+// written, so out may be a factor's own block. False when the general loop is needed.
+bool SmallProduct(Factor A, long rows, Factor B, long cols, long inner, double* out, long outHeld) {
+  const long n = inner;
+  if (rows != n || cols != n || (n != 3 && n != 4)) return false;
+  if (A.held < (n - 1) * A.stride + n || B.held < (n - 1) * B.stride + n) return false;
+  double r[16];
+  if (n == 3)
+    ProductOfOrder<3>(A.p, A.stride, B.p, B.stride, r);
+  else
+    ProductOfOrder<4>(A.p, A.stride, B.p, B.stride, r);
+  const long count = std::min(n * n, outHeld);
+  for (long k = 0; k < count; ++k) out[k] = r[k];
+  return true;
+}
+
 // out(i, j) = Σ over k < inner of A(i, k)·B(k, j), for i < rows and j < cols, out with row stride
 // cols. The inner count is not compared with A's stride: where they differ A is read across its
 // row ends, as callers of the products expect. Terms whose factor lies outside its block are left
 // out of the sum, and elements outside out's first outHeld are not written.
 void Product(Factor A, long rows, Factor B, long cols, long inner, double* out, long outHeld) {
+  if (SmallProduct(A, rows, B, cols, inner, out, outHeld)) return;
   // The count of B's column j shrinks with j; when its last column is whole, all are, and the
   // division per element is spared.
   const auto heldOfB = [&](long j) { return B.stride > 0 ? std::max(0L, (B.held - j + B.stride - 1) / B.stride) : 0L; };
@@ -171,17 +202,24 @@ void Mat::operator*=(const Mat& b) {
 // ---- products into an existing matrix --------------------------------------------------------
 
 void Mat::Mult(const Mat& a, const Mat& b) {
-  // Copies first, so that this matrix may be a or b.
   const int ah = a.HeldSize(), bh = b.HeldSize();
+  // The shape changes but the block stays as it is: callers size it for the result first, and
+  // without a block nothing is written.
+  const int rows = a.m_nRows, cols = b.m_nCols;
+  if (SmallProduct({a.m_pData, std::max(a.m_nCols, 0), ah}, rows, {b.m_pData, std::max(b.m_nCols, 0), bh}, cols,
+                   b.m_nRows, m_pData, HeldSize())) {
+    m_nRows = rows;
+    m_nCols = cols;
+    return;
+  }
+  // Copies first, so that this matrix may be a or b.
   NRBlock ca(NRCount(ah)), cb(NRCount(bh));
   std::copy_n(a.m_pData, ah, ca.data());
   std::copy_n(b.m_pData, bh, cb.data());
   const Factor A{ca.data(), std::max(a.m_nCols, 0), ah}, B{cb.data(), std::max(b.m_nCols, 0), bh};
   const long inner = b.m_nRows;
-  // The shape changes but the block stays as it is: callers size it for the result first, and
-  // without a block nothing is written.
-  m_nRows = a.m_nRows;
-  m_nCols = b.m_nCols;
+  m_nRows = rows;
+  m_nCols = cols;
   Product(A, m_nRows, B, m_nCols, inner, m_pData, HeldSize());
 }
 

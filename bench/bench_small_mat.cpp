@@ -60,7 +60,7 @@ Inputs<N>& In() {
 using benchmark::DoNotOptimize;
 using bench::RunBatch;
 
-// ---- product ------------------------------------------------------------------------------------
+// ---- product into a new matrix: the result's block is allocated ----------------------------------
 template <int N>
 void Product_znmt64(benchmark::State& s) {
   Inputs<N>& in = In<N>();
@@ -82,6 +82,35 @@ void Product_eigenFixed(benchmark::State& s) {
   Inputs<N>& in = In<N>();
   RunBatch(s, kCount, [&](std::size_t i) {
     typename Inputs<N>::Fixed c = in.fa[i] * in.fb[i];
+    DoNotOptimize(c);
+  });
+}
+
+// ---- product into an existing matrix ------------------------------------------------------------
+template <int N>
+void ProductInto_znmt64(benchmark::State& s) {
+  Inputs<N>& in = In<N>();
+  Mat c(N, N);
+  RunBatch(s, kCount, [&](std::size_t i) {
+    c.Mult(in.a[i], in.b[i]);
+    DoNotOptimize(c.m_pData[0]);
+  });
+}
+template <int N>
+void ProductInto_eigenDyn(benchmark::State& s) {
+  Inputs<N>& in = In<N>();
+  Eigen::MatrixXd c(N, N);
+  RunBatch(s, kCount, [&](std::size_t i) {
+    c.noalias() = in.ea[i] * in.eb[i];
+    DoNotOptimize(c.data()[0]);
+  });
+}
+template <int N>
+void ProductInto_eigenFixed(benchmark::State& s) {
+  Inputs<N>& in = In<N>();
+  typename Inputs<N>::Fixed c;
+  RunBatch(s, kCount, [&](std::size_t i) {
+    c.noalias() = in.fa[i] * in.fb[i];
     DoNotOptimize(c);
   });
 }
@@ -175,6 +204,7 @@ void Solve_eigenFixed(benchmark::State& s) {
   BENCHMARK(op##_eigenFixed<4>)->Name("mat4/" name "/eigen_fixed")
 
 ZN_SMALL(Product, "product");
+ZN_SMALL(ProductInto, "product_into");
 ZN_SMALL(Det, "det");
 ZN_SMALL(Inverse, "inverse");
 ZN_SMALL(Solve, "solve");
