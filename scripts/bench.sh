@@ -18,7 +18,7 @@ out=build/bench
 export OPENBLAS_NUM_THREADS=1
 "$out/bench/znmt64_bench" \
   --benchmark_repetitions="${BENCH_REPETITIONS:-5}" \
-  --benchmark_report_aggregates_only=true \
+  --benchmark_report_aggregates_only=true --benchmark_enable_random_interleaving=true \
   --benchmark_out="$out/results.json" --benchmark_out_format=json \
   "$@"
 python3 bench/report.py "$out/results.json" "$out/report.md" "$out/lu_scaling.svg"
