@@ -99,6 +99,8 @@ TEST(Mat, SetToIdentityAndEmbed) {
   Mat rect(2, 3);
   rect.Embed(Filled(2, 3));  // non-square overlap: the exchanged loops misplace elements, as documented
   EXPECT_EQ(Flat(rect), (V{1, 2, 0, 4, 5, 0}));
+  rect.Embed(Filled(1, 1));  // not square: all zeros first, not the identity
+  EXPECT_EQ(Flat(rect), (V{1, 0, 0, 0, 0, 0}));
 }
 
 TEST(Mat, BlockCopies) {
