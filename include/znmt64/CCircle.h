@@ -188,14 +188,40 @@ class ZNMT64_API CCircle : public CLineal {
   // with p1 = a common point. p1 on the circle, p2 its foot on the plane. A circle parallel to the
   // plane is as near everywhere: p1 is then the disc's centre, or the circle's GetAnyPoint.
   double DistPlane(const CLineal& plane, SMat* p1 = nullptr, SMat* p2 = nullptr) const;
-  // The queries below are answered by the circle distance solver and are declared here for it;
-  // they are not defined yet.
+  // The queries below run the circle distance solver (CircleSolver.h). Each writes p1 on this
+  // circle and p2 on the other object when they are given, also when the nearest pair is not
+  // unique (one of the pairs is written then). A circle without an axis, or a line without a
+  // direction, gives 1e307 and writes nothing. Radii count by their absolute value.
+  //
+  // The conical distance of CLineal::DistConical(const SMat&, ...) from line, with angle its
+  // half-angle, to the nearest point of this circle (of the disc when bDisk): that point also
+  // minimises the conical distance, which is the plain distance over sin(angle). The pair offered
+  // to ctx is that point (first object) and the cone's apex on line (second object); when ctx
+  // takes it, ctx->nCount becomes 1 for a unique nearest point and 2 otherwise. ctx's limit is
+  // not used: the search costs the same either way.
   double DistConical(const CLineal& line, double angle, DistContext* ctx) const;
+  // The two objects as their bDisk flags say: circle to circle as DistCircle, disc to disc as
+  // DistDisk, and a circle to a disc by the circle's points alone. o.DistCircles(*this) gives the
+  // same distance, to rounding.
   double DistCircles(const CCircle& o, SMat* p1, SMat* p2) const;
-  double FindNearestPoints(const CLineal& line, bool* found, SMat* p1, SMat* p2, bool bFlag) const;
+  // To line, read as an unbounded line; of the disc when disk, else of the circle (bDisk is not
+  // looked at). *found is true when the nearest pair is unique, false when there are more (a line
+  // crossing the circle twice, one over the centre parallel to the plane, the axis itself, a line
+  // lying over a chord of the disc) or on failure. A line through the disc gives 0 at the point
+  // where it passes.
+  double FindNearestPoints(const CLineal& line, bool* found, SMat* p1, SMat* p2, bool disk) const;
+  // Circle to circle, both read as curves, whatever their bDisk flags. Circles that cross give
+  // 0 (to rounding); for coaxial ones, all of whose points are as near, p1 is the point of this
+  // circle towards the coordinate axis least along its axis.
   double DistCircle(const CCircle& o, SMat* p1, SMat* p2) const;
+  // Disc to disc, whatever the flags: 0 (to rounding) when they meet, otherwise the nearer of
+  // this rim to o's disc and o's rim to this disc.
   double DistDisk(const CCircle& o, SMat* p1, SMat* p2) const;
+  // This disc to the segment: 0 where the segment passes through the disc, otherwise the nearest
+  // of the rim to the segment and the segment's ends to the disc.
   double DistDisk(const CSegment& s, SMat* p1, SMat* p2) const;
+  // False when the segment passes farther than radius + d from the centre; otherwise whether
+  // DistDisk(s) is below d.
   bool IsCloserThan(const CSegment& s, double d) const;
   // False when the discs are farther apart than d by their bounding spheres; otherwise whether
   // DistDisk(o) is below d.

@@ -38,6 +38,7 @@
 
 // Scalar solver
 #include <znmt64/CScalarSolver.h>
+#include <znmt64/CircleSolver.h>
 
 // Module entry and component objects
 #include <znmt64/DynaModuleMatr.h>
