@@ -1,0 +1,227 @@
+#include <znmt64/CCircle.h>
+#include <znmt64/CMFrame.h>
+#include <znmt64/CSegment.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <random>
+
+#include "LinesTestUtil.h"
+
+namespace {
+
+// Radius r about c with the axis along n normalised.
+CCircle Circle(const SMat& c, const SMat& n, double r, bool disk = false) {
+  CCircle k(r);
+  k.origin = c;
+  k.dir = n;
+  k.dir.Normalize(1e-10);
+  k.bDisk = disk;
+  return k;
+}
+
+// How far p lies from the circle (the disc when disk), measured without the solver.
+double Off(const CCircle& c, const SMat& p, bool disk = false) {
+  const double h = (p - c.origin).Prod(c.dir);
+  const double rho = (p - c.origin - h * c.dir).Norm();
+  const double out = disk ? std::fmax(rho - c.radius, 0.0) : rho - c.radius;
+  return std::hypot(h, out);
+}
+
+// DistCircle in both directions: the same distance, and points on their circles at that
+// distance from each other.
+double CheckedCircleDist(const CCircle& a, const CCircle& b) {
+  SMat p1, p2, q1, q2;
+  const double d = a.DistCircle(b, &p1, &p2);
+  EXPECT_NEAR(b.DistCircle(a, &q1, &q2), d, 1e-9);
+  EXPECT_NEAR(Off(a, p1), 0.0, 1e-9);
+  EXPECT_NEAR(Off(b, p2), 0.0, 1e-9);
+  EXPECT_NEAR(p1.Dist(p2), d, 1e-12);
+  EXPECT_NEAR(Off(b, q1), 0.0, 1e-9);
+  EXPECT_NEAR(Off(a, q2), 0.0, 1e-9);
+  return d;
+}
+
+// Uniform in [lo, hi) from the generator's raw words, the same on every standard library.
+double Uniform(std::mt19937& g, double lo, double hi) { return lo + (hi - lo) * (g() / 4294967296.0); }
+
+SMat RandomVec(std::mt19937& g, double a) { return SMat(Uniform(g, -a, a), Uniform(g, -a, a), Uniform(g, -a, a)); }
+
+}  // namespace
+
+TEST(CircleDistance, CirclesWithKnownAnswers) {
+  const SMat z(0, 0, 1);
+  const CCircle unit = Circle(SMat(0, 0, 0), z, 1.0);
+
+  // Coaxial in parallel planes: every point is as near.
+  EXPECT_NEAR(CheckedCircleDist(unit, Circle(SMat(0, 0, 4), z, 3.0)), std::sqrt(20.0), 1e-12);
+  EXPECT_NEAR(unit.DistDisk(Circle(SMat(0, 0, 4), -1.0 * z, 3.0), nullptr, nullptr), 4.0, 1e-12);
+  // Parallel planes, off the axis.
+  EXPECT_NEAR(CheckedCircleDist(unit, Circle(SMat(5, 0, 3), z, 2.0)), std::sqrt(13.0), 1e-12);
+
+  // Coplanar: apart, nested, crossing.
+  SMat p1, p2;
+  EXPECT_NEAR(CheckedCircleDist(unit, Circle(SMat(5, 0, 0), z, 2.0)), 2.0, 1e-12);
+  unit.DistCircle(Circle(SMat(5, 0, 0), z, 2.0), &p1, &p2);
+  ExpectVec(p1, 1, 0, 0, 1e-12);
+  ExpectVec(p2, 3, 0, 0, 1e-12);
+  const CCircle big = Circle(SMat(0, 0, 0), z, 2.0);
+  const CCircle small = Circle(SMat(0.2, 0, 0), z, 0.5);
+  EXPECT_NEAR(CheckedCircleDist(big, small), 1.3, 1e-12);
+  big.DistCircle(small, &p1, &p2);
+  ExpectVec(p1, 2, 0, 0, 1e-12);
+  ExpectVec(p2, 0.7, 0, 0, 1e-12);
+  EXPECT_NEAR(big.DistDisk(small, nullptr, nullptr), 0.0, 1e-15);
+  EXPECT_NEAR(CheckedCircleDist(unit, Circle(SMat(1, 0, 0), z, 1.0)), 0.0, 1e-12);
+  unit.DistCircle(Circle(SMat(1, 0, 0), z, 1.0), &p1, nullptr);
+  EXPECT_NEAR(p1.x, 0.5, 1e-12);
+  EXPECT_NEAR(std::fabs(p1.y), std::sqrt(0.75), 1e-12);
+
+  // Through one common point in perpendicular planes.
+  EXPECT_NEAR(CheckedCircleDist(unit, Circle(SMat(2, 0, 0), SMat(0, 1, 0), 1.0)), 0.0, 1e-12);
+  unit.DistCircle(Circle(SMat(2, 0, 0), SMat(0, 1, 0), 1.0), &p1, &p2);
+  ExpectVec(p1, 1, 0, 0, 1e-9);
+  // Linked through each other's centres: every point of one is 1 from the other.
+  EXPECT_NEAR(CheckedCircleDist(unit, Circle(SMat(1, 0, 0), SMat(0, 1, 0), 1.0)), 1.0, 1e-12);
+  // A link the other circle cannot pass through keeps its distance; the discs still meet.
+  const CCircle link = Circle(SMat(0.5, 0, 0), SMat(0, 1, 0), 1.0);
+  EXPECT_NEAR(CheckedCircleDist(unit, link), 0.5, 1e-12);
+  EXPECT_NEAR(unit.DistDisk(link, nullptr, nullptr), 0.0, 1e-12);
+
+  // DistCircles goes by the flags: the small circle lies inside the big disc.
+  CCircle bigDisc = big;
+  bigDisc.bDisk = true;
+  EXPECT_NEAR(small.DistCircles(bigDisc, nullptr, nullptr), 0.0, 1e-15);
+  EXPECT_NEAR(bigDisc.DistCircles(small, &p1, &p2), 0.0, 1e-15);
+  EXPECT_NEAR(Off(small, p2), 0.0, 1e-12);
+  EXPECT_NEAR(big.DistCircles(small, nullptr, nullptr), 1.3, 1e-12);
+  // Discs in parallel planes, one over the other: the height between them.
+  EXPECT_NEAR(Circle(SMat(0.5, 0, 2), z, 1.0, true).DistCircles(bigDisc, nullptr, nullptr), 2.0, 1e-12);
+
+  EXPECT_TRUE(unit.IsCloserThan(Circle(SMat(5, 0, 0), z, 2.0), 2.5));
+  EXPECT_FALSE(unit.IsCloserThan(Circle(SMat(5, 0, 0), z, 2.0), 1.5));
+}
+
+TEST(CircleDistance, LinesAndCones) {
+  const CCircle unit;
+  SMat p1, p2;
+  bool found = false;
+
+  // Through the disc: 0 at the pierce point for the disc; the rim's own distance otherwise.
+  const CLineal through = Line(0.3, 0.2, -1, 0, 0, 1);
+  EXPECT_EQ(unit.FindNearestPoints(through, &found, &p1, &p2, true), 0.0);
+  EXPECT_TRUE(found);
+  ExpectVec(p1, 0.3, 0.2, 0, 1e-15);
+  EXPECT_NEAR(unit.FindNearestPoints(through, &found, &p1, &p2, false), 1.0 - std::sqrt(0.13), 1e-12);
+  EXPECT_TRUE(found);
+  ExpectVec(p2, 0.3, 0.2, 0, 1e-12);
+
+  // Parallel to the plane: beside the circle one pair, over the centre or a chord two (and a
+  // whole chord of the disc).
+  EXPECT_NEAR(unit.FindNearestPoints(Line(0, 3, 2, 1, 0, 0), &found, &p1, &p2, false), std::sqrt(8.0), 1e-12);
+  EXPECT_TRUE(found);
+  EXPECT_NEAR(unit.FindNearestPoints(Line(0, 0.5, 2, 1, 0, 0), &found, &p1, &p2, false), 2.0, 1e-12);
+  EXPECT_FALSE(found);
+  EXPECT_NEAR(std::fabs(p1.x), std::sqrt(0.75), 1e-9);
+  EXPECT_NEAR(unit.FindNearestPoints(Line(0, 0.5, 2, 1, 0, 0), &found, nullptr, nullptr, true), 2.0, 1e-12);
+  EXPECT_FALSE(found);
+  // In the plane, crossing the circle twice; the axis itself.
+  EXPECT_NEAR(unit.FindNearestPoints(Line(0, 0.5, 0, 1, 0, 0), &found, &p1, &p2, false), 0.0, 1e-12);
+  EXPECT_FALSE(found);
+  EXPECT_NEAR(unit.FindNearestPoints(Line(0, 0, 5, 0, 0, -1), &found, &p1, &p2, false), 1.0, 1e-15);
+  EXPECT_FALSE(found);
+  EXPECT_EQ(unit.FindNearestPoints(CLineal(SMat(0, 0, 0)), &found, &p1, &p2, false), 1e307);
+
+  // The cone about the line x = 3 in the plane y = 0 reaches the circle's nearest point (1, 0, 0)
+  // 2 from the axis: the slant distance 2 / sin a, with the apex 2·cot a back along the line.
+  const CLineal axis = Line(3, 0, 0, 0, 0, 1);
+  const double a = 0.5;
+  DistContext ctx(true, true);
+  EXPECT_NEAR(unit.DistConical(axis, a, &ctx), 2.0 / std::sin(a), 1e-12);
+  EXPECT_NEAR(ctx.dDist, 2.0 / std::sin(a), 1e-12);
+  EXPECT_EQ(ctx.nCount, 1);
+  ExpectVec(*ctx.Pt(true), 1, 0, 0, 1e-12);
+  ExpectVec(*ctx.Pt(false), 3, 0, -2.0 / std::tan(a), 1e-12);
+  // A right angle is the plain distance; a worse candidate leaves the record alone.
+  EXPECT_NEAR(unit.DistConical(axis, 1.570796326794895, &ctx), 2.0, 1e-12);
+  EXPECT_NEAR(ctx.dDist, 2.0, 1e-12);
+  EXPECT_NEAR(unit.DistConical(Line(6, 0, 0, 0, 0, 1), 1.570796326794895, &ctx), 5.0, 1e-12);
+  EXPECT_NEAR(ctx.dDist, 2.0, 1e-12);
+  EXPECT_EQ(unit.DistConical(axis, 1e-11, nullptr), 0.0);
+}
+
+TEST(CircleDistance, DiscAndSegment) {
+  const CCircle unit;
+  SMat p1, p2;
+  // Missing the disc: the near end against the rim.
+  const CSegment beside(SMat(2, 0, 1), SMat(3, 0, 1));
+  EXPECT_NEAR(unit.DistDisk(beside, &p1, &p2), std::sqrt(2.0), 1e-12);
+  ExpectVec(p1, 1, 0, 0, 1e-12);
+  ExpectVec(p2, 2, 0, 1, 1e-12);
+  // Through the disc; short of it (an end over the disc); over it, parallel; crossing the plane
+  // outside, nearest at the rim and inside the segment.
+  EXPECT_EQ(unit.DistDisk(CSegment(SMat(0.5, 0, -1), SMat(0.5, 0, 1)), &p1, &p2), 0.0);
+  ExpectVec(p2, 0.5, 0, 0, 1e-15);
+  EXPECT_NEAR(unit.DistDisk(CSegment(SMat(0.5, 0, 1), SMat(0.5, 0, 2)), &p1, &p2), 1.0, 1e-15);
+  ExpectVec(p1, 0.5, 0, 0, 1e-15);
+  EXPECT_NEAR(unit.DistDisk(CSegment(SMat(-0.5, 0, 1), SMat(0.5, 0, 1)), nullptr, nullptr), 1.0, 1e-12);
+  EXPECT_NEAR(unit.DistDisk(CSegment(SMat(3, 0, -1), SMat(1, 0, 1)), &p1, &p2), std::sqrt(0.5), 1e-12);
+  ExpectVec(p1, 1, 0, 0, 1e-9);
+  ExpectVec(p2, 1.5, 0, 0.5, 1e-9);
+
+  EXPECT_TRUE(unit.IsCloserThan(beside, 1.5));
+  EXPECT_FALSE(unit.IsCloserThan(beside, 1.4));
+  EXPECT_FALSE(unit.IsCloserThan(CSegment(SMat(9, 0, 0), SMat(9, 1, 0)), 1.0));
+}
+
+TEST(CircleDistance, AgreesWithDenseSampling) {
+  std::mt19937 g(20240611u);
+  constexpr int kDense = 20000;
+  for (int run = 0; run < 8; ++run) {
+    const CCircle a = Circle(RandomVec(g, 1.5), RandomVec(g, 1.0), Uniform(g, 0.3, 2.0), true);
+    const CCircle b = Circle(RandomVec(g, 1.5), RandomVec(g, 1.0), Uniform(g, 0.3, 2.0), true);
+    const CSegment s(RandomVec(g, 2.5), RandomVec(g, 2.5));
+    const double dc = CheckedCircleDist(a, b);
+    SMat p1, p2;
+    const double dd = a.DistDisk(b, &p1, &p2);
+    EXPECT_NEAR(Off(a, p1, true), 0.0, 1e-9);
+    EXPECT_NEAR(Off(b, p2, true), 0.0, 1e-9);
+    EXPECT_NEAR(p1.Dist(p2), dd, 1e-12);
+    const double ds = a.DistDisk(s, &p1, &p2);
+    EXPECT_NEAR(p1.Dist(p2), ds, 1e-12);
+
+    // The rims sampled densely against the exact distances to the other object.
+    CMFrame fa(static_cast<unsigned char>(0));
+    CMFrame fb(static_cast<unsigned char>(0));
+    a.GetFrame(fa);
+    b.GetFrame(fb);
+    double bc = 1e307, bd = 1e307, bs = 1e307;
+    for (int k = 0; k < kDense; ++k) {
+      const double t = 6.28318530717958 * k / kDense;
+      SMat pa(a.radius * std::cos(t), a.radius * std::sin(t), 0.0);
+      SMat pb(b.radius * std::cos(t), b.radius * std::sin(t), 0.0);
+      fa.ToGlobal(pa);
+      fb.ToGlobal(pb);
+      SMat q;
+      bc = std::fmin(bc, b.FindNearestPoint(pa, q));
+      bd = std::fmin(bd, std::fmin(b.FindNearestDiscPoint(pa, q), a.FindNearestDiscPoint(pb, q)));
+      double dseg = 0.0;
+      s.FindNearestPoint(pa, nullptr, &dseg);
+      bs = std::fmin(bs, dseg);
+    }
+    SMat q, e;
+    s.GetQ(e);
+    bs = std::fmin(bs, std::fmin(a.FindNearestDiscPoint(s.origin, q), a.FindNearestDiscPoint(e, q)));
+    // Never below what the objects allow (the points above), never above the samples.
+    EXPECT_LE(dc, bc + 1e-12) << run;
+    EXPECT_NEAR(dc, bc, 1e-3) << run;
+    EXPECT_LE(dd, bd + 1e-12) << run;
+    EXPECT_NEAR(dd, bd, 1e-3) << run;
+    if (ds > 0.0) {
+      EXPECT_NEAR(ds, bs, 1e-3) << run;
+    }
+    EXPECT_LE(ds, bs + 1e-12) << run;
+  }
+}
