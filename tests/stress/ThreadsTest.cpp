@@ -5,46 +5,45 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <functional>
 #include <thread>
 #include <vector>
 
 #include "QueryMix.h"
 
-TEST(Threads, ConcurrentQueriesOnDistinctObjectsGiveTheResultsOfOneThread) {
-  constexpr int kThreads = 4;
-  const long count = kUnderSanitizer ? 20L * QueryMix::kKinds : 400L * QueryMix::kKinds;
-  const std::uint64_t alone = QueryMix(1).Run(0, count);
+namespace {
 
-  std::vector<std::uint64_t> got(kThreads, 0);
+constexpr long kRounds = kUnderSanitizer ? 20 : 400;
+
+// Every kind of query, round after round, starting at kind `first` so that sessions started at
+// different kinds run unlike queries at the same moment.
+std::uint64_t Session(int seed, int first) {
+  QueryMix mix(seed);  // objects and a scratch file of its own
+  std::uint64_t h = 0;
+  for (long r = 0; r < kRounds; ++r) h = h * 31 + mix.Run(r * QueryMix::kKinds + first, QueryMix::kKinds);
+  return h;
+}
+
+// body(t) for t = 0 … n − 1, all at once on n threads.
+std::vector<std::uint64_t> OnThreads(int n, const std::function<std::uint64_t(int)>& body) {
+  std::vector<std::uint64_t> got(n, 0);
   std::vector<std::thread> threads;
-  for (int t = 0; t < kThreads; ++t)
-    threads.emplace_back([&got, t, count] {
-      QueryMix mix(1);  // the same inputs in every thread, on distinct objects and files
-      got[t] = mix.Run(0, count);
-    });
+  for (int t = 0; t < n; ++t) threads.emplace_back([&got, &body, t] { got[t] = body(t); });
   for (std::thread& th : threads) th.join();
-  for (int t = 0; t < kThreads; ++t) EXPECT_EQ(got[t], alone) << "thread " << t;
+  return got;
+}
+
+}  // namespace
+
+TEST(Threads, ConcurrentQueriesOnDistinctObjectsGiveTheResultsOfOneThread) {
+  const std::uint64_t alone = Session(1, 0);
+  const std::vector<std::uint64_t> got = OnThreads(4, [](int) { return Session(1, 0); });
+  for (std::size_t t = 0; t < got.size(); ++t) EXPECT_EQ(got[t], alone) << "thread " << t;
 }
 
 TEST(Threads, EveryKindOfQueryRunsAtOnceWithTheOthers) {
-  // Each thread on a different kind at every moment, so that unlike queries overlap too.
-  constexpr int kThreads = 3;
-  const long rounds = kUnderSanitizer ? 10 : 200;
-  std::vector<std::uint64_t> alone(kThreads), got(kThreads);
-  for (int t = 0; t < kThreads; ++t) {
-    QueryMix mix(t + 2);
-    std::uint64_t h = 0;
-    for (long r = 0; r < rounds; ++r) h = h * 31 + mix.Run(r * QueryMix::kKinds + t * 5, QueryMix::kKinds);
-    alone[t] = h;
-  }
-  std::vector<std::thread> threads;
-  for (int t = 0; t < kThreads; ++t)
-    threads.emplace_back([&got, t, rounds] {
-      QueryMix mix(t + 2);
-      std::uint64_t h = 0;
-      for (long r = 0; r < rounds; ++r) h = h * 31 + mix.Run(r * QueryMix::kKinds + t * 5, QueryMix::kKinds);
-      got[t] = h;
-    });
-  for (std::thread& th : threads) th.join();
-  EXPECT_EQ(got, alone);
+  const auto session = [](int t) { return Session(t + 2, t * 5); };
+  std::vector<std::uint64_t> alone;
+  for (int t = 0; t < 3; ++t) alone.push_back(session(t));
+  EXPECT_EQ(OnThreads(3, session), alone);
 }
