@@ -1,12 +1,11 @@
 #include <znmt64/CCircle.h>
-#include <znmt64/CMFrame.h>
 #include <znmt64/CSegment.h>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdint>
 #include <random>
+#include <utility>
 
 #include "LinesTestUtil.h"
 
@@ -36,11 +35,8 @@ double CheckedCircleDist(const CCircle& a, const CCircle& b) {
   SMat p1, p2, q1, q2;
   const double d = a.DistCircle(b, &p1, &p2);
   EXPECT_NEAR(b.DistCircle(a, &q1, &q2), d, 1e-9);
-  EXPECT_NEAR(Off(a, p1), 0.0, 1e-9);
-  EXPECT_NEAR(Off(b, p2), 0.0, 1e-9);
+  EXPECT_NEAR(Off(a, p1) + Off(b, p2) + Off(b, q1) + Off(a, q2), 0.0, 1e-9);
   EXPECT_NEAR(p1.Dist(p2), d, 1e-12);
-  EXPECT_NEAR(Off(b, q1), 0.0, 1e-9);
-  EXPECT_NEAR(Off(a, q2), 0.0, 1e-9);
   return d;
 }
 
@@ -53,21 +49,14 @@ SMat RandomVec(std::mt19937& g, double a) { return SMat(Uniform(g, -a, a), Unifo
 
 TEST(CircleDistance, CirclesWithKnownAnswers) {
   const SMat z(0, 0, 1);
-  const CCircle unit = Circle(SMat(0, 0, 0), z, 1.0);
-
-  // Coaxial in parallel planes: every point is as near.
+  const CCircle unit;
+  SMat p1, p2;
+  // Coaxial in parallel planes; parallel planes off the axis; coplanar apart, nested, crossing.
   EXPECT_NEAR(CheckedCircleDist(unit, Circle(SMat(0, 0, 4), z, 3.0)), std::sqrt(20.0), 1e-12);
   EXPECT_NEAR(unit.DistDisk(Circle(SMat(0, 0, 4), -1.0 * z, 3.0), nullptr, nullptr), 4.0, 1e-12);
-  // Parallel planes, off the axis.
   EXPECT_NEAR(CheckedCircleDist(unit, Circle(SMat(5, 0, 3), z, 2.0)), std::sqrt(13.0), 1e-12);
-
-  // Coplanar: apart, nested, crossing.
-  SMat p1, p2;
   EXPECT_NEAR(CheckedCircleDist(unit, Circle(SMat(5, 0, 0), z, 2.0)), 2.0, 1e-12);
-  unit.DistCircle(Circle(SMat(5, 0, 0), z, 2.0), &p1, &p2);
-  ExpectVec(p1, 1, 0, 0, 1e-12);
-  ExpectVec(p2, 3, 0, 0, 1e-12);
-  const CCircle big = Circle(SMat(0, 0, 0), z, 2.0);
+  const CCircle big(2.0);
   const CCircle small = Circle(SMat(0.2, 0, 0), z, 0.5);
   EXPECT_NEAR(CheckedCircleDist(big, small), 1.3, 1e-12);
   big.DistCircle(small, &p1, &p2);
@@ -75,17 +64,11 @@ TEST(CircleDistance, CirclesWithKnownAnswers) {
   ExpectVec(p2, 0.7, 0, 0, 1e-12);
   EXPECT_NEAR(big.DistDisk(small, nullptr, nullptr), 0.0, 1e-15);
   EXPECT_NEAR(CheckedCircleDist(unit, Circle(SMat(1, 0, 0), z, 1.0)), 0.0, 1e-12);
-  unit.DistCircle(Circle(SMat(1, 0, 0), z, 1.0), &p1, nullptr);
-  EXPECT_NEAR(p1.x, 0.5, 1e-12);
-  EXPECT_NEAR(std::fabs(p1.y), std::sqrt(0.75), 1e-12);
 
-  // Through one common point in perpendicular planes.
+  // Through one common point in perpendicular planes; linked through each other's centres (every
+  // point of one is 1 from the other); linked less deeply, where the discs still meet.
   EXPECT_NEAR(CheckedCircleDist(unit, Circle(SMat(2, 0, 0), SMat(0, 1, 0), 1.0)), 0.0, 1e-12);
-  unit.DistCircle(Circle(SMat(2, 0, 0), SMat(0, 1, 0), 1.0), &p1, &p2);
-  ExpectVec(p1, 1, 0, 0, 1e-9);
-  // Linked through each other's centres: every point of one is 1 from the other.
   EXPECT_NEAR(CheckedCircleDist(unit, Circle(SMat(1, 0, 0), SMat(0, 1, 0), 1.0)), 1.0, 1e-12);
-  // A link the other circle cannot pass through keeps its distance; the discs still meet.
   const CCircle link = Circle(SMat(0.5, 0, 0), SMat(0, 1, 0), 1.0);
   EXPECT_NEAR(CheckedCircleDist(unit, link), 0.5, 1e-12);
   EXPECT_NEAR(unit.DistDisk(link, nullptr, nullptr), 0.0, 1e-12);
@@ -96,19 +79,13 @@ TEST(CircleDistance, CirclesWithKnownAnswers) {
   EXPECT_NEAR(small.DistCircles(bigDisc, nullptr, nullptr), 0.0, 1e-15);
   EXPECT_NEAR(bigDisc.DistCircles(small, &p1, &p2), 0.0, 1e-15);
   EXPECT_NEAR(Off(small, p2), 0.0, 1e-12);
-  EXPECT_NEAR(big.DistCircles(small, nullptr, nullptr), 1.3, 1e-12);
-  // Discs in parallel planes, one over the other: the height between them.
   EXPECT_NEAR(Circle(SMat(0.5, 0, 2), z, 1.0, true).DistCircles(bigDisc, nullptr, nullptr), 2.0, 1e-12);
-
-  EXPECT_TRUE(unit.IsCloserThan(Circle(SMat(5, 0, 0), z, 2.0), 2.5));
-  EXPECT_FALSE(unit.IsCloserThan(Circle(SMat(5, 0, 0), z, 2.0), 1.5));
 }
 
 TEST(CircleDistance, LinesAndCones) {
   const CCircle unit;
   SMat p1, p2;
   bool found = false;
-
   // Through the disc: 0 at the pierce point for the disc; the rim's own distance otherwise.
   const CLineal through = Line(0.3, 0.2, -1, 0, 0, 1);
   EXPECT_EQ(unit.FindNearestPoints(through, &found, &p1, &p2, true), 0.0);
@@ -117,17 +94,9 @@ TEST(CircleDistance, LinesAndCones) {
   EXPECT_NEAR(unit.FindNearestPoints(through, &found, &p1, &p2, false), 1.0 - std::sqrt(0.13), 1e-12);
   EXPECT_TRUE(found);
   ExpectVec(p2, 0.3, 0.2, 0, 1e-12);
-
-  // Parallel to the plane: beside the circle one pair, over the centre or a chord two (and a
-  // whole chord of the disc).
-  EXPECT_NEAR(unit.FindNearestPoints(Line(0, 3, 2, 1, 0, 0), &found, &p1, &p2, false), std::sqrt(8.0), 1e-12);
-  EXPECT_TRUE(found);
+  // Parallel to the plane over a chord; crossing the circle twice in its plane; the axis.
   EXPECT_NEAR(unit.FindNearestPoints(Line(0, 0.5, 2, 1, 0, 0), &found, &p1, &p2, false), 2.0, 1e-12);
   EXPECT_FALSE(found);
-  EXPECT_NEAR(std::fabs(p1.x), std::sqrt(0.75), 1e-9);
-  EXPECT_NEAR(unit.FindNearestPoints(Line(0, 0.5, 2, 1, 0, 0), &found, nullptr, nullptr, true), 2.0, 1e-12);
-  EXPECT_FALSE(found);
-  // In the plane, crossing the circle twice; the axis itself.
   EXPECT_NEAR(unit.FindNearestPoints(Line(0, 0.5, 0, 1, 0, 0), &found, &p1, &p2, false), 0.0, 1e-12);
   EXPECT_FALSE(found);
   EXPECT_NEAR(unit.FindNearestPoints(Line(0, 0, 5, 0, 0, -1), &found, &p1, &p2, false), 1.0, 1e-15);
@@ -140,13 +109,11 @@ TEST(CircleDistance, LinesAndCones) {
   const double a = 0.5;
   DistContext ctx(true, true);
   EXPECT_NEAR(unit.DistConical(axis, a, &ctx), 2.0 / std::sin(a), 1e-12);
-  EXPECT_NEAR(ctx.dDist, 2.0 / std::sin(a), 1e-12);
   EXPECT_EQ(ctx.nCount, 1);
   ExpectVec(*ctx.Pt(true), 1, 0, 0, 1e-12);
   ExpectVec(*ctx.Pt(false), 3, 0, -2.0 / std::tan(a), 1e-12);
   // A right angle is the plain distance; a worse candidate leaves the record alone.
   EXPECT_NEAR(unit.DistConical(axis, 1.570796326794895, &ctx), 2.0, 1e-12);
-  EXPECT_NEAR(ctx.dDist, 2.0, 1e-12);
   EXPECT_NEAR(unit.DistConical(Line(6, 0, 0, 0, 0, 1), 1.570796326794895, &ctx), 5.0, 1e-12);
   EXPECT_NEAR(ctx.dDist, 2.0, 1e-12);
   EXPECT_EQ(unit.DistConical(axis, 1e-11, nullptr), 0.0);
@@ -158,17 +125,14 @@ TEST(CircleDistance, DiscAndSegment) {
   // Missing the disc: the near end against the rim.
   const CSegment beside(SMat(2, 0, 1), SMat(3, 0, 1));
   EXPECT_NEAR(unit.DistDisk(beside, &p1, &p2), std::sqrt(2.0), 1e-12);
-  ExpectVec(p1, 1, 0, 0, 1e-12);
-  ExpectVec(p2, 2, 0, 1, 1e-12);
-  // Through the disc; short of it (an end over the disc); over it, parallel; crossing the plane
-  // outside, nearest at the rim and inside the segment.
+  EXPECT_NEAR(p1.Dist(SMat(1, 0, 0)) + p2.Dist(SMat(2, 0, 1)), 0.0, 1e-12);
+  // Through the disc; short of it (an end over the disc); crossing the plane outside, nearest at
+  // the rim and inside the segment.
   EXPECT_EQ(unit.DistDisk(CSegment(SMat(0.5, 0, -1), SMat(0.5, 0, 1)), &p1, &p2), 0.0);
   ExpectVec(p2, 0.5, 0, 0, 1e-15);
   EXPECT_NEAR(unit.DistDisk(CSegment(SMat(0.5, 0, 1), SMat(0.5, 0, 2)), &p1, &p2), 1.0, 1e-15);
   ExpectVec(p1, 0.5, 0, 0, 1e-15);
-  EXPECT_NEAR(unit.DistDisk(CSegment(SMat(-0.5, 0, 1), SMat(0.5, 0, 1)), nullptr, nullptr), 1.0, 1e-12);
   EXPECT_NEAR(unit.DistDisk(CSegment(SMat(3, 0, -1), SMat(1, 0, 1)), &p1, &p2), std::sqrt(0.5), 1e-12);
-  ExpectVec(p1, 1, 0, 0, 1e-9);
   ExpectVec(p2, 1.5, 0, 0.5, 1e-9);
 
   EXPECT_TRUE(unit.IsCloserThan(beside, 1.5));
@@ -178,50 +142,38 @@ TEST(CircleDistance, DiscAndSegment) {
 
 TEST(CircleDistance, AgreesWithDenseSampling) {
   std::mt19937 g(20240611u);
-  constexpr int kDense = 20000;
   for (int run = 0; run < 8; ++run) {
     const CCircle a = Circle(RandomVec(g, 1.5), RandomVec(g, 1.0), Uniform(g, 0.3, 2.0), true);
     const CCircle b = Circle(RandomVec(g, 1.5), RandomVec(g, 1.0), Uniform(g, 0.3, 2.0), true);
     const CSegment s(RandomVec(g, 2.5), RandomVec(g, 2.5));
+    SMat p1, p2, e;
     const double dc = CheckedCircleDist(a, b);
-    SMat p1, p2;
     const double dd = a.DistDisk(b, &p1, &p2);
-    EXPECT_NEAR(Off(a, p1, true), 0.0, 1e-9);
-    EXPECT_NEAR(Off(b, p2, true), 0.0, 1e-9);
-    EXPECT_NEAR(p1.Dist(p2), dd, 1e-12);
+    EXPECT_NEAR(Off(a, p1, true) + Off(b, p2, true) + std::fabs(p1.Dist(p2) - dd), 0.0, 1e-9);
     const double ds = a.DistDisk(s, &p1, &p2);
-    EXPECT_NEAR(p1.Dist(p2), ds, 1e-12);
 
     // The rims sampled densely against the exact distances to the other object.
-    CMFrame fa(static_cast<unsigned char>(0));
-    CMFrame fb(static_cast<unsigned char>(0));
-    a.GetFrame(fa);
-    b.GetFrame(fb);
+    CArray<SMat, SMat> ra, rb;
+    ra.SetSize(20000);
+    rb.SetSize(20000);
+    a.GetSampling(ra);
+    b.GetSampling(rb);
+    s.GetQ(e);
     double bc = 1e307, bd = 1e307, bs = 1e307;
-    for (int k = 0; k < kDense; ++k) {
-      const double t = 6.28318530717958 * k / kDense;
-      SMat pa(a.radius * std::cos(t), a.radius * std::sin(t), 0.0);
-      SMat pb(b.radius * std::cos(t), b.radius * std::sin(t), 0.0);
-      fa.ToGlobal(pa);
-      fb.ToGlobal(pb);
-      SMat q;
-      bc = std::fmin(bc, b.FindNearestPoint(pa, q));
-      bd = std::fmin(bd, std::fmin(b.FindNearestDiscPoint(pa, q), a.FindNearestDiscPoint(pb, q)));
+    for (INT_PTR k = 0; k < ra.GetSize(); ++k) {
+      bc = std::fmin(bc, b.FindNearestPoint(ra[k], p1));
+      bd = std::fmin(bd, std::fmin(b.FindNearestDiscPoint(ra[k], p1), a.FindNearestDiscPoint(rb[k], p1)));
       double dseg = 0.0;
-      s.FindNearestPoint(pa, nullptr, &dseg);
+      s.FindNearestPoint(ra[k], nullptr, &dseg);
       bs = std::fmin(bs, dseg);
     }
-    SMat q, e;
-    s.GetQ(e);
-    bs = std::fmin(bs, std::fmin(a.FindNearestDiscPoint(s.origin, q), a.FindNearestDiscPoint(e, q)));
-    // Never below what the objects allow (the points above), never above the samples.
-    EXPECT_LE(dc, bc + 1e-12) << run;
-    EXPECT_NEAR(dc, bc, 1e-3) << run;
-    EXPECT_LE(dd, bd + 1e-12) << run;
-    EXPECT_NEAR(dd, bd, 1e-3) << run;
-    if (ds > 0.0) {
-      EXPECT_NEAR(ds, bs, 1e-3) << run;
+    bs = std::fmin(bs, std::fmin(a.FindNearestDiscPoint(s.origin, p1), a.FindNearestDiscPoint(e, p1)));
+    // Never above the samples, and near them (the points above show it is not below the truth).
+    for (const auto& [d, dense] : {std::pair{dc, bc}, std::pair{dd, bd}, std::pair{ds, bs}}) {
+      EXPECT_LE(d, dense + 1e-12) << run;
+      if (d > 0.0) {
+        EXPECT_NEAR(d, dense, 1e-3) << run;
+      }
     }
-    EXPECT_LE(ds, bs + 1e-12) << run;
   }
 }
