@@ -95,8 +95,9 @@ int Mat::Load(const char* path) {
     for (int k = 0; k < HeldSize(); ++k)
       m_pData[k] = std::bit_cast<double>(ToFileOrder(std::bit_cast<std::uint64_t>(m_pData[k])));
 
-  // Column-major to row-major, within the elements the block holds.
-  const long n = std::min<long>(static_cast<long>(m_nRows) * m_nCols, HeldSize());
+  // Column-major to row-major, within the elements the block holds. A shape with one negative
+  // dimension (nothing checks them) has nothing to reorder.
+  const long n = std::clamp<long>(static_cast<long>(m_nRows) * m_nCols, 0, HeldSize());
   std::vector<double> scratch(m_pData, m_pData + n);
   for (int i = 0; i < m_nRows; ++i)
     for (int j = 0; j < m_nCols; ++j) {
