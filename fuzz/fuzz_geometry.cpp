@@ -293,7 +293,7 @@ void Circles(fuzz::Input& in, Scene& sc) {
   const SMat& q = sc.p[in.Int(0, 3)];
   SMat a, b;
   SMat pts[2];
-  switch (in.Int(0, 6)) {
+  switch (in.Int(0, 7)) {
     case 0:
       Check(In(c.GetPointLocation(p), -1, 1), "CCircle::GetPointLocation");
       Check(In(c.GetLocationWRT(sc.pl), 0, 4), "CCircle::GetLocationWRT");
@@ -341,6 +341,23 @@ void Circles(fuzz::Input& in, Scene& sc) {
     case 5: {
       const SMat three[3] = {p, q, sc.p[in.Int(0, 3)]};
       c.DefineFromThreePoints(three);
+      break;
+    }
+    case 6: {  // the circle distance solver
+      // It costs a hundred closed-form queries: asked one time in eight, so that the others keep
+      // their pace.
+      if (in.Int(0, 7) != 0) break;
+      const double before = sc.ctx.dDist;
+      c.DistConical(sc.l[in.Int(0, 1)], in.Double(), &sc.ctx);
+      Check(!(sc.ctx.dDist > before), "CCircle::DistConical raised the best distance");
+      bool found = false;
+      c.FindNearestPoints(sc.l[in.Int(0, 1)], &found, &a, &b, in.Bool());
+      c.DistCircles(o, &a, &b);
+      c.DistCircle(o, in.Bool() ? &a : nullptr, &b);
+      c.DistDisk(o, &a, in.Bool() ? &b : nullptr);
+      c.DistDisk(sc.s[in.Int(0, 1)], &a, &b);
+      c.IsCloserThan(sc.s[in.Int(0, 1)], in.Double());
+      c.IsCloserThan(o, in.Double());
       break;
     }
     default:
