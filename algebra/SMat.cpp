@@ -1,6 +1,7 @@
 // The parts of SMat that are not worth inlining or need other modules: tolerance scaling, the 2D
 // module's point, XML persistence and the diagnostic dump.
 #include <znmt64/SMat.h>
+#include <znmt64/NRCUtil.h>
 
 #include <znag64/Point2D.h>
 #include <znbl64/PCExBase.h>
@@ -30,12 +31,13 @@ void SMat::CopyTo(C2DPoint& p) const {
 void SMat::Copy2D(C2DPoint& p) const { CopyTo(p); }
 
 void SMat::GetAnyOrthoVect(SMat& out) const {
+  // The 3x1 matrices are views of stack storage: queries that need a perpendicular (a circle's
+  // nearest point on its axis, a plane's frame) allocate nothing.
   const SMat self = *this;  // out may be this
-  Mat m;
-  ToMat(m, true);
-  Mat other;
-  m.GetAnyNonCollinear(other);
-  out = other;
+  double in[3] = {x, y, z}, other[3];
+  MatView inView(3, 1, in), otherView(3, 1, other);
+  inView.GetAnyNonCollinear(otherView);
+  out = SMat(other);
   out.MakeOrtho(self);
   out.Normalize(1e-10);
 }
