@@ -127,6 +127,48 @@ template <class V>
   for (; j < len; ++j) y[j] = y[j] - s * x[j];
 }
 
+// Columns [c0, c1) one at a time, as the textbook loop finishes them: pivot, exchange, scale,
+// then the step's products subtracted from the rest of these columns. One pass down the rows does
+// a step's scaling and subtraction and already looks for the next column's pivot, whose candidates
+// are final once the step has passed their row.
+template <class V>
+[[gnu::always_inline]] inline void FactorColumnsT(LUState& s, long c0, long c1) {
+  double* const a = s.a;
+  const long n = s.n;
+  double big = 0.0;
+  long imax = c0;  // stays when no candidate compares (a column of NaN)
+  const auto consider = [&](long i, double v) {
+    // Greater-or-equal: among equal candidates the last row is the pivot. Results depend on it.
+    const double dum = s.vv[i] * std::fabs(v);
+    const bool take = dum >= big;  // selects rather than branches: candidates come in no order
+    big = take ? dum : big;
+    imax = take ? i : imax;
+  };
+  for (long i = c0; i < n; ++i) consider(i, a[i * n + c0]);
+  for (long j = c0; j < c1; ++j) {
+    if (imax != j) {
+      std::swap_ranges(a + imax * n, a + imax * n + n, a + j * n);
+      s.d = -s.d;
+      s.vv[imax] = s.vv[j];
+    }
+    s.indx[j + 1] = static_cast<int>(imax + 1);
+    // A singular matrix still decomposes: callers see huge values rather than a division by zero.
+    double* const pivotRow = a + j * n;
+    if (pivotRow[j] == 0.0) pivotRow[j] = 1e-20;
+    if (j == n - 1) break;
+    const double dum = 1.0 / pivotRow[j];
+    const bool next = j + 1 < c1;
+    big = 0.0;
+    imax = j + 1;
+    for (long i = j + 1; i < n; ++i) {
+      double* const row = a + i * n;
+      const double l = row[j] *= dum;
+      SubScaled<V>(row + j + 1, pivotRow + j + 1, l, c1 - j - 1);
+      if (next) consider(i, row[j + 1]);
+    }
+  }
+}
+
 // The register tile: C (MR × NR, row stride ldc) -= Σ over k of A(:, k)·B(k, :), one k at a time.
 // Ap holds A column by column (MR values per k), Bp holds B row by row (NR values per k).
 template <class V, int MR, int NV>
@@ -229,10 +271,12 @@ template <class V>
 
 using SubtractProductFn = void (*)(double*, long, long, long, long, long, long, long, double*);
 using SolveUnitLowerFn = void (*)(double*, long, long, long, long, long);
+using FactorColumnsFn = void (*)(LUState&, long, long);
 
 struct LUKernels {
   SubtractProductFn subtractProduct;
   SolveUnitLowerFn solveUnitLower;
+  FactorColumnsFn factorColumns;
 };
 
 // The library is built for baseline x86-64; the wider vectors are chosen when the processor has
@@ -250,6 +294,7 @@ __attribute__((target("avx512f"))) void SubtractProduct512(double* a, long lda, 
 __attribute__((target("avx512f"))) void SolveUnitLower512(double* a, long lda, long r0, long r1, long c0, long c1) {
   SolveUnitLowerT<V8>(a, lda, r0, r1, c0, c1);
 }
+__attribute__((target("avx512f"))) void FactorColumns512(LUState& s, long c0, long c1) { FactorColumnsT<V8>(s, c0, c1); }
 __attribute__((target("avx2"))) void SubtractProduct256(double* a, long lda, long i0, long i1, long j0, long j1,
                                                         long k0, long k1, double* pack) {
   SubtractProductT<V4, 4, 3>(a, lda, i0, i1, j0, j1, k0, k1, pack);
@@ -257,6 +302,7 @@ __attribute__((target("avx2"))) void SubtractProduct256(double* a, long lda, lon
 __attribute__((target("avx2"))) void SolveUnitLower256(double* a, long lda, long r0, long r1, long c0, long c1) {
   SolveUnitLowerT<V4>(a, lda, r0, r1, c0, c1);
 }
+__attribute__((target("avx2"))) void FactorColumns256(LUState& s, long c0, long c1) { FactorColumnsT<V4>(s, c0, c1); }
 #endif
 void SubtractProduct128(double* a, long lda, long i0, long i1, long j0, long j1, long k0, long k1, double* pack) {
   SubtractProductT<V2, 4, 2>(a, lda, i0, i1, j0, j1, k0, k1, pack);
@@ -264,53 +310,20 @@ void SubtractProduct128(double* a, long lda, long i0, long i1, long j0, long j1,
 void SolveUnitLower128(double* a, long lda, long r0, long r1, long c0, long c1) {
   SolveUnitLowerT<V2>(a, lda, r0, r1, c0, c1);
 }
+void FactorColumns128(LUState& s, long c0, long c1) { FactorColumnsT<V2>(s, c0, c1); }
 
 LUKernels SelectKernels() {
 #if defined(__x86_64__)
   __builtin_cpu_init();
-  if (__builtin_cpu_supports("avx512f")) return {SubtractProduct512, SolveUnitLower512};
-  if (__builtin_cpu_supports("avx2")) return {SubtractProduct256, SolveUnitLower256};
+  if (__builtin_cpu_supports("avx512f")) return {SubtractProduct512, SolveUnitLower512, FactorColumns512};
+  if (__builtin_cpu_supports("avx2")) return {SubtractProduct256, SolveUnitLower256, FactorColumns256};
 #endif
-  return {SubtractProduct128, SolveUnitLower128};
+  return {SubtractProduct128, SolveUnitLower128, FactorColumns128};
 }
 
 const LUKernels& Kernels() {
   static const LUKernels k = SelectKernels();
   return k;
-}
-
-// Columns [c0, c1) one at a time, as the textbook loop finishes them: pivot, exchange, scale,
-// then the step's products subtracted from the rest of these columns.
-void FactorColumns(LUState& s, long c0, long c1) {
-  double* const a = s.a;
-  const long n = s.n;
-  for (long j = c0; j < c1; ++j) {
-    double big = 0.0;
-    long imax = j;  // stays when no candidate compares (a column of NaN)
-    for (long i = j; i < n; ++i) {
-      // Greater-or-equal: among equal candidates the last row is the pivot. Results depend on it.
-      const double dum = s.vv[i] * std::fabs(a[i * n + j]);
-      const bool take = dum >= big;  // selects rather than branches: candidates come in no order
-      big = take ? dum : big;
-      imax = take ? i : imax;
-    }
-    if (imax != j) {
-      std::swap_ranges(a + imax * n, a + imax * n + n, a + j * n);
-      s.d = -s.d;
-      s.vv[imax] = s.vv[j];
-    }
-    s.indx[j + 1] = static_cast<int>(imax + 1);
-    // A singular matrix still decomposes: callers see huge values rather than a division by zero.
-    double* const pivotRow = a + j * n;
-    if (pivotRow[j] == 0.0) pivotRow[j] = 1e-20;
-    if (j == n - 1) continue;
-    const double dum = 1.0 / pivotRow[j];
-    for (long i = j + 1; i < n; ++i) {
-      double* const row = a + i * n;
-      const double l = row[j] *= dum;
-      for (long c = j + 1; c < c1; ++c) row[c] = row[c] - l * pivotRow[c];
-    }
-  }
 }
 
 // Rows [r0, r1) of columns [c0, c1) through the unit lower triangle of those rows.
@@ -329,7 +342,7 @@ void SolveUnitLower(LUState& s, long r0, long r1, long c0, long c1) {
 // subtracted already.
 void Factor(LUState& s, long c0, long c1) {
   if (c1 - c0 <= kFactorBase) {
-    FactorColumns(s, c0, c1);
+    Kernels().factorColumns(s, c0, c1);
     return;
   }
   // The split keeps the left part a multiple of the column-by-column width.
