@@ -294,7 +294,9 @@ __attribute__((target("avx512f"))) void SubtractProduct512(double* a, long lda, 
 __attribute__((target("avx512f"))) void SolveUnitLower512(double* a, long lda, long r0, long r1, long c0, long c1) {
   SolveUnitLowerT<V8>(a, lda, r0, r1, c0, c1);
 }
-__attribute__((target("avx512f"))) void FactorColumns512(LUState& s, long c0, long c1) { FactorColumnsT<V8>(s, c0, c1); }
+__attribute__((target("avx512f"))) void FactorColumns512(LUState& s, long c0, long c1) {
+  FactorColumnsT<V8>(s, c0, c1);
+}
 __attribute__((target("avx2"))) void SubtractProduct256(double* a, long lda, long i0, long i1, long j0, long j1,
                                                         long k0, long k1, double* pack) {
   SubtractProductT<V4, 4, 3>(a, lda, i0, i1, j0, j1, k0, k1, pack);

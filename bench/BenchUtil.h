@@ -32,6 +32,11 @@ inline std::vector<double> Uniform(std::size_t n, double lo, double hi, unsigned
 // ends in malloc), counted by the replacements in AllocCounter.cpp.
 long HeapAllocations();
 
+// The time of one of count operations per iteration, as the counter "sec_per_op".
+inline benchmark::Counter PerOp(double count = 1.0) {
+  return benchmark::Counter(count, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
 // Runs op(i) for i over the batch on every iteration and reports the time of one operation
 // ("sec_per_op") and, from an untimed pass, the heap blocks one operation requests ("allocs").
 template <class Op>
@@ -41,8 +46,7 @@ void RunBatch(benchmark::State& state, std::size_t count, Op&& op) {
   const long allocs = HeapAllocations() - before;
   for (auto _ : state)
     for (std::size_t i = 0; i < count; ++i) op(i);
-  state.counters["sec_per_op"] = benchmark::Counter(
-      static_cast<double>(count), benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+  state.counters["sec_per_op"] = PerOp(static_cast<double>(count));
   state.counters["allocs"] = static_cast<double>(allocs) / static_cast<double>(count);
 }
 

@@ -46,7 +46,7 @@ void Run(benchmark::State& s, Solve&& solve) {
   const long evals = g_evals;
   for (auto _ : s) benchmark::DoNotOptimize(solve(p));
   s.counters["evals"] = static_cast<double>(evals);
-  s.counters["sec_per_op"] = benchmark::Counter(1.0, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+  s.counters["sec_per_op"] = bench::PerOp();
   s.SetLabel(p.name);
 }
 
@@ -82,7 +82,9 @@ void Brent_gsl(benchmark::State& s) {
 void Toms748_boost(benchmark::State& s) {
   Run(s, [&](const Problem& p) {
     std::uintmax_t iters = 100;
-    const auto tol = [](double a, double b) { return std::fabs(a - b) <= kRelWidth * std::min(std::fabs(a), std::fabs(b)); };
+    const auto tol = [](double a, double b) {
+      return std::fabs(a - b) <= kRelWidth * std::min(std::fabs(a), std::fabs(b));
+    };
     const std::pair<double, double> r = boost::math::tools::toms748_solve(p.f, p.lo, p.hi, tol, iters);
     return 0.5 * (r.first + r.second);
   });

@@ -2,15 +2,17 @@
 // Simple_cartesian<double> kernel and Open CASCADE's foundation classes offer; rows without an
 // Open CASCADE equivalent in its foundation libraries have none.
 //
-//   segment-segment distance     CSegment::DistSegm        CGAL squared_distance(Segment_3, Segment_3), sqrt
-//   line-line squared distance   CLineal::SquareDist       CGAL squared_distance(Line_3, Line_3); gp_Lin::SquareDistance
-//   point against a plane        CPlane::GetPointLocation  CGAL Plane_3::oriented_side; gp_Pln::Distance within the
-//                                                          tolerance, else the side along its normal
-//   point in a triangle          Triangle3D::GetPointLocation  CGAL squared_distance(Point_3, Triangle_3) within the
-//                                                          tolerance (has_on tests exact coplanarity, which rounded
-//                                                          points never pass)
-//   circle and plane             CCircle::IntersectPlane   CGAL: the planes' common line (intersection(Plane_3,
-//                                                          Plane_3)) cut by the circle
+//   segment-segment distance: CSegment::DistSegm; CGAL's squared_distance(Segment_3, Segment_3)
+//     and its square root.
+//   line-line squared distance: CLineal::SquareDist; CGAL's squared_distance(Line_3, Line_3),
+//     Open CASCADE's gp_Lin::SquareDistance.
+//   point against a plane: CPlane::GetPointLocation; CGAL's Plane_3::oriented_side, Open CASCADE's
+//     gp_Pln::Distance within the tolerance, else the side along its normal.
+//   point in a triangle: Triangle3D::GetPointLocation; CGAL's squared_distance(Point_3,
+//     Triangle_3) within the tolerance (has_on tests exact coplanarity, which rounded points
+//     never pass).
+//   circle and plane: CCircle::IntersectPlane; with CGAL, the planes' common line
+//     (intersection(Plane_3, Plane_3)) cut by the circle.
 #include <znmt64/CCircle.h>
 #include <znmt64/CLineal.h>
 #include <znmt64/CPlane.h>
@@ -95,7 +97,8 @@ void DistSegm_znmt64(benchmark::State& s) {
 }
 void DistSegm_cgal(benchmark::State& s) {
   const Segments& g = Segs();
-  RunBatch(s, bench::kBatch, [&](std::size_t i) { DoNotOptimize(std::sqrt(CGAL::squared_distance(g.ca[i], g.cb[i]))); });
+  RunBatch(s, bench::kBatch,
+           [&](std::size_t i) { DoNotOptimize(std::sqrt(CGAL::squared_distance(g.ca[i], g.cb[i]))); });
 }
 
 // ---- line against line ------------------------------------------------------------------------
@@ -174,7 +177,8 @@ void PlaneLocation_occt(benchmark::State& s) {
   RunBatch(s, bench::kBatch, [&](std::size_t i) {
     const gp_Pnt p = G(g.pts[i]);
     int side = 0;
-    if (g.ga[i].Distance(p) > kTol) side = gp_Vec(g.ga[i].Location(), p).Dot(gp_Vec(g.ga[i].Axis().Direction())) > 0 ? 1 : -1;
+    if (g.ga[i].Distance(p) > kTol)
+      side = gp_Vec(g.ga[i].Location(), p).Dot(gp_Vec(g.ga[i].Axis().Direction())) > 0 ? 1 : -1;
     DoNotOptimize(side);
   });
 }
