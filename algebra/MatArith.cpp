@@ -21,8 +21,12 @@ struct Factor {
 
 Factor FactorOf(const Mat& m) { return {m.GetStore(), std::max(m.m_nCols, 0), m.HeldSize()}; }
 
+// A product of order N made aside, then the first outHeld of its elements copied out. A whole
+// result is copied with a count known here: a copy of unknown length becomes a string move, which
+// cannot take the values just stored and costs more than the product.
 template <int N>
-void ProductOfOrder(const double* a, long sa, const double* b, long sb, double* r) {
+void ProductOfOrder(const double* a, long sa, const double* b, long sb, double* out, long outHeld) {
+  double r[N * N];
 #pragma GCC unroll 4
   for (int i = 0; i < N; ++i)
 #pragma GCC unroll 4
@@ -32,22 +36,25 @@ void ProductOfOrder(const double* a, long sa, const double* b, long sb, double* 
       for (int k = 0; k < N; ++k) s += a[i * sa + k] * b[k * sb + j];
       r[i * N + j] = s;
     }
+  if (outHeld >= N * N) {
+#pragma GCC unroll 16
+    for (int k = 0; k < N * N; ++k) out[k] = r[k];
+  } else {
+    std::copy_n(r, std::max(outHeld, 0L), out);
+  }
 }
 
 // The 3×3 and 4×4 products that make up most of the library's work, when the blocks hold every
 // factor element: the general loop's sums, unrolled. The result is made aside before out is
 // written, so out may be a factor's own block. False when the general loop is needed.
-bool SmallProduct(Factor A, long rows, Factor B, long cols, long inner, double* out, long outHeld) {
+bool SmallProduct(const Factor& A, long rows, const Factor& B, long cols, long inner, double* out, long outHeld) {
   const long n = inner;
   if (rows != n || cols != n || (n != 3 && n != 4)) return false;
   if (A.held < (n - 1) * A.stride + n || B.held < (n - 1) * B.stride + n) return false;
-  double r[16];
   if (n == 3)
-    ProductOfOrder<3>(A.p, A.stride, B.p, B.stride, r);
+    ProductOfOrder<3>(A.p, A.stride, B.p, B.stride, out, outHeld);
   else
-    ProductOfOrder<4>(A.p, A.stride, B.p, B.stride, r);
-  const long count = std::min(n * n, outHeld);
-  for (long k = 0; k < count; ++k) out[k] = r[k];
+    ProductOfOrder<4>(A.p, A.stride, B.p, B.stride, out, outHeld);
   return true;
 }
 
@@ -206,8 +213,8 @@ void Mat::Mult(const Mat& a, const Mat& b) {
   // The shape changes but the block stays as it is: callers size it for the result first, and
   // without a block nothing is written.
   const int rows = a.m_nRows, cols = b.m_nCols;
-  if (SmallProduct({a.m_pData, std::max(a.m_nCols, 0), ah}, rows, {b.m_pData, std::max(b.m_nCols, 0), bh}, cols,
-                   b.m_nRows, m_pData, HeldSize())) {
+  const Factor whole[2] = {{a.m_pData, std::max(a.m_nCols, 0), ah}, {b.m_pData, std::max(b.m_nCols, 0), bh}};
+  if (SmallProduct(whole[0], rows, whole[1], cols, b.m_nRows, m_pData, HeldSize())) {
     m_nRows = rows;
     m_nCols = cols;
     return;
