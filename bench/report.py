@@ -59,6 +59,10 @@ NOTES = {
         "For nearly parallel vectors (cross product below 1e-4) IsCollinear compares the components "
         "of one with the other scaled by their ratio: a division and three tests that the anchors' "
         "cross-product or angle tests do not make, and on which its answers depend.",
+    ("vec", "is_collinear"):
+        "For independent vectors IsCollinear is Eigen's test (the cross product's norm against the "
+        "tolerance) behind two more: a negative tolerance, and whether the norm reaches 1e-4, the "
+        "threshold of its component test.",
     ("frame", "to_global"):
         "The arithmetic is Eigen's operation for operation (the same bits); what remains is the "
         "in-place form of the call (the caller's point is copied, then transformed where it lies) and "
@@ -68,6 +72,10 @@ NOTES = {
         "A new Mat allocates its block, as the operator's signature demands: malloc and free alone "
         "take longer than twice Eigen's whole fixed-size product. The product itself is the "
         "product_into row.",
+    ("mat", "product_into"):
+        "The sums are the general loop's, unrolled; what remains is the call into the shared library "
+        "and the checks a matrix of run-time shape needs (its shape, the elements its block holds), "
+        "which Eigen's fixed size settles at compile time and inlines.",
     ("mat", "det"):
         "Up to 3×3 the closed form is Eigen's and the difference is the call into the shared "
         "library; a 4×4 determinant is defined as the product of the LU diagonal (exchanges and "
