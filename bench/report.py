@@ -65,8 +65,9 @@ NOTES = {
         "threshold of its component test.",
     ("frame", "to_global"):
         "The arithmetic is Eigen's operation for operation (the same bits); what remains is the "
-        "in-place form of the call (the caller's point is copied, then transformed where it lies) and "
-        "the saved-state stack that makes a CMFrame 144 bytes against Isometry3d's 128.",
+        "in-place form of the call: the caller's point is copied, then transformed where it lies, a "
+        "round trip through memory that Eigen's q = T·p does not make (given its point the same way, "
+        "Eigen takes as long as ours).",
     ("frame", "to_local"): None,
     ("mat", "product"):
         "A new Mat allocates its block, as the operator's signature demands: malloc and free alone "
