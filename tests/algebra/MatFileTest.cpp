@@ -47,6 +47,14 @@ struct TempName {
   std::string name;
 };
 
+// Send2F's path must fit in 56 characters, which the test directory's absolute path may not:
+// the writing tests work from inside it, with "." as the directory.
+struct InTestDir {
+  InTestDir() : previous(fs::current_path()) { fs::current_path(TestDir()); }
+  ~InTestDir() { fs::current_path(previous); }
+  fs::path previous;
+};
+
 // The file's bytes.
 std::vector<unsigned char> Bytes(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
@@ -73,7 +81,8 @@ TEST(MatFile, RoundTripIsBitExactAndColumnMajor) {
   const double values[6] = {1.0, -0.0, std::numeric_limits<double>::denorm_min(),
                             std::bit_cast<double>(std::uint64_t{0x7FF8000000000123}), -1e306, 0.1};
   m.Initze(values);
-  ASSERT_EQ(m.Send2F(TestDir().c_str(), file.name.c_str(), 56), 6);
+  InTestDir here;
+  ASSERT_EQ(m.Send2F(".", file.name.c_str(), 56), 6);
   const std::vector<unsigned char> b = Bytes(file.Path());
   ASSERT_EQ(b.size(), 48u);
   EXPECT_EQ(b[8], 0x01);   // column 0 first: (1,0), the smallest denormal
@@ -107,21 +116,20 @@ TEST(MatFile, FailuresReturnTheirCodesAndChangeNothing) {
   m.SetAll(7.0);
   EXPECT_TRUE(m.Load(missing.Path().c_str()) == 0 && m.Load(nullptr) == 0);
   EXPECT_EQ(Elements(m), (std::vector<double>(4, 7.0)));
-  EXPECT_EQ(m.Send2F(missing.Path().c_str(), "m.bin", 56), 0);  // no such directory
+  InTestDir here;
+  EXPECT_EQ(m.Send2F(missing.name.c_str(), "m.bin", 56), 0);  // no such directory
   // A read that fails after the open: the kernel refuses to read unmapped memory at offset 0.
   if (fs::exists("/proc/self/mem")) {
     EXPECT_EQ(m.Load("/proc/self/mem"), -1);
   }
   // Other writers are excluded while the file is open for reading.
-  ASSERT_EQ(m.Send2F(TestDir().c_str(), file.name.c_str(), 56), 4);
+  ASSERT_EQ(m.Send2F(".", file.name.c_str(), 56), 4);
   CFile reader(file.Path().c_str(), CFile::modeRead | CFile::shareDenyWrite);
-  EXPECT_EQ(m.Send2F(TestDir().c_str(), file.name.c_str(), 56), 0);
+  EXPECT_EQ(m.Send2F(".", file.name.c_str(), 56), 0);
 }
 
 TEST(MatFile, PathMustFitFiftySixCharacters) {
-  // From inside the test directory, so that the path's length does not depend on where it is.
-  const fs::path cwd = fs::current_path();
-  fs::current_path(TestDir());
+  InTestDir here;
   Mat m(1, 2);
   TempName fits(53), over(54);  // "./" + name + the terminating zero
   EXPECT_EQ(m.Send2F(".", fits.name.c_str(), 56), 2);
@@ -130,7 +138,6 @@ TEST(MatFile, PathMustFitFiftySixCharacters) {
   EXPECT_EQ(m.Send2F(".", fits.name.c_str(), 55), 0);    // the caller's own bound
   EXPECT_EQ(m.Send2F(nullptr, fits.name.c_str(), 56), 0);
   EXPECT_FALSE(fs::exists(over.name));
-  fs::current_path(cwd);
 }
 
 TEST(CMatWriter, RecordsRoundTripBitExact) {
