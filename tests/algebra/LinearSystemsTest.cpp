@@ -1,41 +1,20 @@
 #include <gtest/gtest.h>
-#include <znmt64/Mat.h>
 #include <znmt64/NRCUtil.h>
 
-#include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <initializer_list>
 #include <random>
+#include <string>
 #include <vector>
 
 #include "../support/CroutReference.h"
+#include "AlgebraTestUtil.h"
 
 namespace {
 
-Mat Make(int rows, int cols, std::initializer_list<double> v) {
-  Mat m(rows, cols);
-  int k = 0;
-  for (double x : v) m[k++] = x;
-  return m;
-}
-
-Mat Random(int rows, int cols, unsigned seed, double diagonal) {
-  std::mt19937 gen(seed);
-  std::uniform_real_distribution<double> u(-1.0, 1.0);
-  Mat m(rows, cols);
-  for (int i = 1; i <= rows; ++i)
-    for (int j = 1; j <= cols; ++j) m(i, j) = u(gen) + (i == j ? diagonal : 0.0);
-  return m;
-}
-
-bool SameBits(const Mat& a, const Mat& b) {
-  return a.m_nSize == b.m_nSize && std::memcmp(a.m_pData, b.m_pData, sizeof(double) * a.m_nSize) == 0;
-}
-
 // Bit for bit, except that any NaN equals any NaN: which NaN a product of two NaNs gives depends
 // on the order the compiler puts its operands in, and the language leaves that open.
-bool SameBitsOrNaN(const Mat& a, const Mat& b) {
+bool SameBits(const Mat& a, const Mat& b) {
   if (a.m_nSize != b.m_nSize) return false;
   for (int k = 0; k < a.m_nSize; ++k)
     if (std::memcmp(&a.m_pData[k], &b.m_pData[k], sizeof(double)) != 0 &&
@@ -69,31 +48,15 @@ TEST(LinearSystems, LUPivotsOnScaledGreaterOrEqual) {
   EXPECT_TRUE(SameBits(y, Make(3, 1, {1, 2, 3})));
 }
 
-TEST(LinearSystems, StackAndHeapSizesDecomposeAlike) {
-  // 16×16 decomposes with its work storage on the stack, the 17×17 [A 0; 0 1] on the heap; the
-  // top-left block must come out bit for bit the same.
-  Mat small = Random(16, 16, 3u, 0.5), big(17, 17), top(16, 16);
-  big.Copy(small);
-  big(17, 17) = 1.0;
-  int is[17], ib[18];
-  double ds = 0.0, db = 0.0;
-  ASSERT_TRUE(small.LUDecompose(is, ds) && big.LUDecompose(ib, db));
-  top.Copy(big);
-  EXPECT_TRUE(ds == db && SameBits(small, top));
-  EXPECT_EQ(std::memcmp(is + 1, ib + 1, sizeof(int) * 16), 0);
-}
-
-
 // Decomposes m both ways and compares factors, pivot rows and sign bit for bit.
 void ExpectSameAsReference(const Mat& m, const char* what) {
   const int n = m.NCols();
   Mat ours = m, ref = m;
   std::vector<int> io(n + 1, 0), ir(n + 1, 0);
   double dOurs = 0.0, dRef = 0.0;
-  ASSERT_EQ(ours.LUDecompose(io.data(), dOurs), CroutReference(ref, ir.data(), dRef)) << what << ' ' << n;
-  EXPECT_TRUE(SameBitsOrNaN(ours, ref)) << what << ' ' << n;
-  EXPECT_EQ(io, ir) << what << ' ' << n;
-  EXPECT_EQ(dOurs, dRef) << what << ' ' << n;
+  SCOPED_TRACE(std::string(what) + ' ' + std::to_string(n));
+  ASSERT_EQ(ours.LUDecompose(io.data(), dOurs), CroutReference(ref, ir.data(), dRef));
+  EXPECT_TRUE(SameBits(ours, ref) && io == ir && dOurs == dRef);
 }
 
 TEST(LinearSystems, BlockedFactorsMatchTheTextbookLoopBitForBit) {
@@ -125,22 +88,6 @@ TEST(LinearSystems, BlockedFactorsMatchTheTextbookLoopBitForBit) {
   ExpectSameAsReference(odd, "non-finite");
 }
 
-TEST(LinearSystems, LargeSolveMatchesTheTextbookFactors) {
-  // Solve and GetInverse take their factors from the same decomposition.
-  const int n = 130;
-  Mat a = Random(n, n, 21u, 2.0), ref = a;
-  std::vector<int> indx(n + 1);
-  double d;
-  ASSERT_TRUE(CroutReference(ref, indx.data(), d));
-  Mat x = Random(n, 1, 22u, 0.0), y = x;
-  a.Solve(x);
-  std::vector<double*> rows(n + 1);
-  FillRowPtrs(rows.data(), ref, n);
-  lubksb(rows.data(), n, indx.data(), GetVec1(y));
-  EXPECT_TRUE(SameBits(a, ref));
-  EXPECT_TRUE(SameBits(x, y));
-}
-
 TEST(LinearSystems, SolveByCramerOrInPlaceLU) {
   Mat two = Make(2, 2, {2, 1, 1, 3});
   const Mat twoBefore = two;
@@ -151,17 +98,18 @@ TEST(LinearSystems, SolveByCramerOrInPlaceLU) {
   flat.Solve(rhs);
   EXPECT_TRUE(std::isinf(rhs[0]));
 
-  for (int n : {3, 5, 20}) {
-    Mat a = Random(n, n, 11u + n, n), lu = a;
-    const Mat b = Random(n, 1, 5u, 0.0);
-    Mat x = b;
-    a.Solve(x);
+  // Larger systems keep the textbook factors in the matrix and back-substitute on them.
+  for (int n : {3, 130}) {
+    Mat a = Random(n, n, 21u + n, 2.0), ref = a;
     std::vector<int> indx(n + 1);
     double d;
-    lu.LUDecompose(indx.data(), d);
-    EXPECT_TRUE(SameBits(a, lu)) << n;  // the factors stay in the matrix
-    const Mat back = Random(n, n, 11u + n, n) * x;
-    for (int k = 0; k < n; ++k) EXPECT_NEAR(back[k], b[k], 1e-14) << n;
+    ASSERT_TRUE(CroutReference(ref, indx.data(), d));
+    Mat x = Random(n, 1, 22u, 0.0), y = x;
+    a.Solve(x);
+    std::vector<double*> rows(n + 1);
+    FillRowPtrs(rows.data(), ref, n);
+    lubksb(rows.data(), n, indx.data(), GetVec1(y));
+    EXPECT_TRUE(SameBits(a, ref) && SameBits(x, y)) << n;
   }
 }
 
@@ -176,9 +124,6 @@ TEST(LinearSystems, GetAnySolution) {
 TEST(LinearSystems, OneBasedViewsAndFatalError) {
   Mat m = Make(2, 3, {1, 2, 3, 4, 5, 6});
   EXPECT_EQ(GetVec1(m)[4], 4.0);
-  double** a = GetRowPtrs(m);
-  EXPECT_EQ(&a[2][3], &m(2, 3));
-  free_rowptrs(a);
   EXPECT_EXIT(nrerror("allocation failure in dvector()"), ::testing::ExitedWithCode(1),
               "Numerical Recipes run-time error\\.\\.\\.\nallocation failure in dvector\\(\\)\n"
               "\\.\\.\\.now exiting to system\\.\\.\\.\n");

@@ -2,7 +2,6 @@
 #include <znmt64/CMFrame.h>
 #include <znmt64/CMatWriter.h>
 #include <znmt64/CPlane.h>
-#include <znmt64/Mat.h>
 #include <znmt64/platform/CArchive.h>
 #include <znmt64/platform/CFile.h>
 
@@ -19,6 +18,8 @@
 #include <limits>
 #include <string>
 #include <vector>
+
+#include "AlgebraTestUtil.h"
 
 namespace fs = std::filesystem;
 
@@ -41,7 +42,6 @@ struct TempName {
   ~TempName() {
     std::error_code ec;
     fs::remove(TestDir() / name, ec);
-    fs::remove(name, ec);
   }
   std::string Path() const { return (TestDir() / name).string(); }
   std::string name;
@@ -55,21 +55,17 @@ struct InTestDir {
   fs::path previous;
 };
 
-// The file's bytes.
 std::vector<unsigned char> Bytes(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
-// The first `bytes` bytes of the doubles v, little-endian.
-void WriteDoubles(const std::string& path, const std::vector<double>& v, std::size_t bytes) {
-  std::vector<unsigned char> raw;
+// The doubles v, little-endian.
+void WriteDoubles(const std::string& path, const V& v) {
+  std::ofstream out(path, std::ios::binary);
   for (double d : v)
-    for (int b = 0; b < 8; ++b) raw.push_back(static_cast<unsigned char>(std::bit_cast<std::uint64_t>(d) >> (8 * b)));
-  std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(raw.data()), std::streamsize(bytes));
+    for (int b = 0; b < 8; ++b) out.put(static_cast<char>(std::bit_cast<std::uint64_t>(d) >> (8 * b)));
 }
-
-std::vector<double> Elements(const Mat& m) { return {m.m_pData, m.m_pData + m.m_nSize}; }
 
 bool SameBits(const void* a, const void* b, std::size_t n) { return std::memcmp(a, b, n) == 0; }
 
@@ -91,31 +87,28 @@ TEST(MatFile, RoundTripIsBitExactAndColumnMajor) {
   ASSERT_EQ(back.Load(file.Path().c_str()), 1);
   EXPECT_TRUE(SameBits(back.m_pData, values, sizeof values));
 
-  WriteDoubles(file.Path(), {1, 2, 3, 4, 5, 6}, 48);
+  WriteDoubles(file.Path(), {1, 2, 3, 4, 5, 6});
   Mat wide(2, 3);
   ASSERT_EQ(wide.Load(file.Path().c_str()), 1);
-  EXPECT_EQ(Elements(wide), (std::vector<double>{1, 3, 5, 2, 4, 6}));
+  EXPECT_EQ(Flat(wide), (V{1, 3, 5, 2, 4, 6}));
 }
 
 TEST(MatFile, ShortFileKeepsWhatItDoesNotReach) {
   TempName file;
-  Mat m(2, 3);
   // Two doubles for six elements: success, the other four go through the reordering as they were.
-  WriteDoubles(file.Path(), {1, 2}, 16);
-  const double before[6] = {10, 11, 12, 13, 14, 15};
-  m.Initze(before);
+  WriteDoubles(file.Path(), {1, 2});
+  Mat m = Make(2, 3, {10, 11, 12, 13, 14, 15});
   ASSERT_EQ(m.Load(file.Path().c_str()), 1);
-  EXPECT_EQ(Elements(m), (std::vector<double>{1, 12, 14, 2, 13, 15}));
+  EXPECT_EQ(Flat(m), (V{1, 12, 14, 2, 13, 15}));
   Mat empty;
   EXPECT_EQ(empty.Load(file.Path().c_str()), 1);  // nothing to read
 }
 
 TEST(MatFile, FailuresReturnTheirCodesAndChangeNothing) {
   TempName file, missing;
-  Mat m(2, 2);
-  m.SetAll(7.0);
+  Mat m = Make(2, 2, {7, 7, 7, 7});
   EXPECT_TRUE(m.Load(missing.Path().c_str()) == 0 && m.Load(nullptr) == 0);
-  EXPECT_EQ(Elements(m), (std::vector<double>(4, 7.0)));
+  EXPECT_EQ(Flat(m), (V{7, 7, 7, 7}));
   InTestDir here;
   EXPECT_EQ(m.Send2F(missing.name.c_str(), "m.bin", 56), 0);  // no such directory
   // A read that fails after the open: the kernel refuses to read unmapped memory at offset 0.
@@ -189,7 +182,7 @@ TEST(CMatWriter, RecordsRoundTripBitExact) {
 
 TEST(CMatWriter, ShortArchiveThrowsAndLeavesTheObject) {
   TempName file;
-  WriteDoubles(file.Path(), {1, 2, 3, 4, 5}, 40);
+  WriteDoubles(file.Path(), {1, 2, 3, 4, 5});
   CFile in(file.Path().c_str(), CFile::modeRead);
   CArchive ar(&in, CArchive::load);
   CMatWriter w(ar);

@@ -4,16 +4,27 @@
 #include <znmt64/SMat.h>
 
 #include <cmath>
-#include <vector>
+
+#include "AlgebraTestUtil.h"
 
 namespace {
 
-using V = std::vector<double>;
-V Flat(const Mat& m) { return V(m.m_pData, m.m_pData + m.m_nSize); }
-MatSq Make(int n, const V& rowMajor) {
+MatSq Square(int n, const V& rowMajor) {
   MatSq m(n);
   m.Initze(rowMajor.data());
   return m;
+}
+
+// The roots of the polynomial with coefficient of x^k at k, as (re, im) pairs; the zeroed C
+// objects show through where GetRoots writes no imaginary part.
+V Roots(const V& coefs) {
+  Polinom p(static_cast<int>(coefs.size()) - 1);
+  p.Initze(coefs.data());
+  C r[2];
+  const int n = p.GetRoots(r);
+  V out;
+  for (int k = 0; k < n; ++k) out.insert(out.end(), {r[k].x, r[k].y});
+  return out;
 }
 
 TEST(MatSq, DiagonalPlacementAndTraces) {
@@ -27,8 +38,8 @@ TEST(MatSq, DiagonalPlacementAndTraces) {
 }
 
 TEST(MatSq, MinorsAndCofactors) {
-  EXPECT_EQ(Make(2, {1, 2, 3, 4}).A(0, 1), -3.0);
-  const MatSq m3 = Make(3, {1, 2, 3, 4, 5, 6, 7, 8, 10});
+  EXPECT_EQ(Square(2, {1, 2, 3, 4}).A(0, 1), -3.0);
+  const MatSq m3 = Square(3, {1, 2, 3, 4, 5, 6, 7, 8, 10});
   MatSq minor(2);
   m3.Minor(1, 0, minor);
   EXPECT_EQ(Flat(minor), (V{2, 3, 8, 10}));
@@ -36,9 +47,8 @@ TEST(MatSq, MinorsAndCofactors) {
 }
 
 TEST(MatSq, AffineBlocks) {
-  const MatSq i3 = Make(3, {1, 0, 0, 0, 1, 0, 0, 0, 1});
-  Mat col(3, 1);
-  col.Initze(V{1, 2, 3}.data());
+  const MatSq i3 = Square(3, {1, 0, 0, 0, 1, 0, 0, 0, 1});
+  Mat col = Make(3, 1, {1, 2, 3});
   MatSq a(4);
   a.SetAffinne(i3, col);
   EXPECT_EQ(Flat(a), (V{1, 0, 0, 1, 0, 1, 0, 2, 0, 0, 1, 3, 0, 0, 0, 1}));
@@ -64,10 +74,27 @@ TEST(MatSq, RotationBlockAndCoordinateTransform) {
 
 TEST(MatSq, CharacteristicPolynomial) {
   Polinom p(1);
-  Make(3, {2, 1, 5, 0, 3, 7, 0, 0, 4}).GetCharPolinom(p);  // eigenvalues 2, 3, 4
+  Square(3, {2, 1, 5, 0, 3, 7, 0, 0, 4}).GetCharPolinom(p);  // eigenvalues 2, 3, 4
   EXPECT_EQ(Flat(p), (V{-24, 26, -9, 1}));
   MatSq(2).GetCharPolinom(p);  // only 3×3 matrices
   EXPECT_EQ(Flat(p), (V{-24, 26, -9, 1}));
+}
+
+TEST(Polinom, Construction) {
+  EXPECT_EQ(Flat(Polinom(3)), (V{0, 0, 0, 1}));  // the monic x³
+  const Polinom fromRow(Make(2, 3, {4, 5, 6, 7, 8, 9}));  // the first row gives the coefficients
+  EXPECT_TRUE(fromRow.GetCoef(2) == 6.0 && fromRow.GetDegree() == 2);
+}
+
+TEST(Polinom, RootsFromTheLowThreeCoefficients) {
+  EXPECT_EQ(Roots({2, -3, 1}), (V{2, 0, 1, 0}));      // the "+" root first
+  EXPECT_EQ(Roots({-2, -2, 4}), (V{1, 0, -0.5, 0}));  // 2(2x + 1)(x − 1)
+  EXPECT_EQ(Roots({1, 0, 1}), (V{0, -1, 0, 1}));      // conjugates, −i first
+  EXPECT_EQ(Roots({1, -2, 1}), (V{1, 0}));            // a double root once
+  EXPECT_EQ(Roots({-4, 2, 1e-11}), (V{2, 0}));        // a negligible x² makes it linear
+  EXPECT_EQ(Roots({-4, 2}), (V{2, 0}));               // no x² coefficient at all
+  EXPECT_EQ(Roots({3, 1e-11, 0}), V{});
+  EXPECT_EQ(Roots({2, -3, 1, 1}), (V{2, 0, 1, 0}));   // x³ is not looked at
 }
 
 }  // namespace

@@ -1,15 +1,12 @@
 #include <gtest/gtest.h>
-#include <znmt64/Mat.h>
 #include <znmt64/StateMatr.h>
 #include <znag64/AnGeoState.h>
 
 #include <cstring>
-#include <vector>
+
+#include "AlgebraTestUtil.h"
 
 namespace {
-
-using V = std::vector<double>;
-V Flat(const Mat& m) { return V(m.m_pData, m.m_pData + m.GetStorage()); }
 
 Mat Filled(int rows, int cols, double first = 1.0) {
   Mat m(rows, cols);
@@ -44,12 +41,9 @@ TEST(Mat, RowsAndColumnsUseTheirOwnBases) {
   Mat out(1, 2);  // the count is capped by the destination's storage
   m.GetRow(2, out);
   EXPECT_EQ(Flat(out), (V{4, 5}));
-  Mat col(3, 1);
+  Mat col;  // no storage: shaped rows x 1 first
   col.SelectCol(m, 3);
-  EXPECT_EQ(Flat(col), (V{3, 6, 0}));
-  Mat fresh;  // no storage: shaped rows x 1 first
-  fresh.SelectCol(m, 1);
-  EXPECT_TRUE(fresh.NRows() == 3 && fresh.NCols() == 1 && fresh[1] == 4.0);
+  EXPECT_TRUE(col.NRows() == 3 && col.NCols() == 1 && Flat(col) == (V{3, 6, 0}));
 
   Mat dst(3, 3);
   dst = 9.0;
@@ -81,10 +75,8 @@ TEST(Mat, AssignmentCopiesIntoAnExistingShape) {
   Mat empty;
   empty = two;  // an empty matrix takes the source's shape
   EXPECT_TRUE(empty.IsLike(two) && empty.EqualsTo(two) && empty.m_pData != two.m_pData);
-  const Mat copy(big);  // the copy constructor is a true copy
-  EXPECT_TRUE(copy.IsLike(big) && Flat(copy) == Flat(big));
   Mat r(1, 1);
-  r.Replicate(two);  // so is Replicate, whatever the target's shape
+  r.Replicate(two);  // a true copy, whatever the target's shape
   EXPECT_TRUE(r.IsLike(two) && r[3] == 103.0);
 }
 
@@ -138,7 +130,6 @@ TEST(Mat, ValidityAndComparison) {
   Mat bad(2, 2, false);
   bad.m_nRows = 1000001;
   EXPECT_FALSE(bad.IsValidMemoryObject());
-  bad.m_nRows = 2;
 
   Mat v(5, 1);
   v[3] = 1.0;  // only the first three elements are looked at
@@ -155,7 +146,6 @@ TEST(Mat, ValidityAndComparison) {
   EXPECT_TRUE(empty.GetMax(true) == -1e307 && empty.GetMax(false) == 1e307);
   const Mat f = Filled(2, 2, -2.0);
   EXPECT_TRUE(f.GetMax(true) == 1.0 && f.GetMax(false) == -2.0);
-  EXPECT_EQ(f.SquareDist(Filled(2, 2, 0.0)), 16.0);
 }
 
 TEST(Mat, AttachedStorageIsNeverFreedByTheAlias) {
@@ -181,28 +171,19 @@ TEST(Mat, AttachedStorageIsNeverFreedByTheAlias) {
   EXPECT_EQ(view.m_nSize, 0);  // m_nSize is left as it was
 }
 
-TEST(Mat, ExceptionIsThrownByPointerWithItsMessageAndCode) {
-  try {
-    throw new CMatrExeption("shape mismatch");
-  } catch (CException* e) {
-    EXPECT_TRUE(e->IsKindOf(RUNTIME_CLASS(CMatrExeption)));
-    char buf[64];
-    EXPECT_TRUE(e->GetErrorMessage(buf, sizeof buf));
-    EXPECT_STREQ(buf, "shape mismatch");
-    e->Delete();
-  }
+TEST(Mat, ExceptionCarriesItsMessageWithinItsBuffer) {
+  CException* base = new CMatrExeption("shape mismatch");
+  char buf[64];
+  EXPECT_TRUE(base->IsKindOf(RUNTIME_CLASS(CMatrExeption)) && base->GetErrorMessage(buf, sizeof buf));
+  EXPECT_STREQ(buf, "shape mismatch");
+  base->Delete();
   CMatrExeption* e = new CMatrExeption("0123456789012345678901234567890123456789012345678901234567890");
   EXPECT_TRUE(std::strlen(e->m_szMessage) == 49u && e->m_nCode == 0u);
-  e->Delete();
-  e = new CMatrExeption(3u);
-  EXPECT_TRUE(e->m_nCode == 3u && e->m_szMessage[0] == '\0');
   e->Delete();
 }
 
 TEST(StateMatr, StartsTheLibraryAndTheGeometryModuleOnce) {
   StateMatr fresh;
-  EXPECT_FALSE(fresh.m_bStarted);
-  for (int r : fresh.m_reserved) EXPECT_EQ(r, 0);
   theMatrState.StartMatrLib();
   EXPECT_TRUE(theMatrState.m_bStarted);
   EXPECT_EQ(AnGeoStartCount(), 1);

@@ -11,6 +11,8 @@
 #include <string>
 #include <utility>
 
+#include "AlgebraTestUtil.h"
+
 static double Above(double v) { return std::nextafter(v, 1e300); }
 static double Below(double v) { return std::nextafter(v, -1e300); }
 
@@ -27,11 +29,6 @@ TEST(SMat, OverlaysDoublesAndConvertsWithMat) {
   EXPECT_TRUE(pts[0].Is(7, 0, 3));
 }
 
-TEST(SMat, EpsPowGivesTheLiteralTolerances) {
-  const std::pair<int, double> literal[] = {{3, 1e-7}, {4, 1e-6}, {5, 1e-5}, {7, 1e-3}, {-1, 1e-11}, {-12, 1e-22}};
-  for (auto [n, eps] : literal) EXPECT_EQ(EpsPow(n), eps) << n;
-}
-
 TEST(SMat, ZeroDivisorsAndFailedNormalizationsKeepTheVector) {
   SMat v(1, 2, 3), w(3, 4, 0);
   v /= 0.0;
@@ -44,7 +41,9 @@ TEST(SMat, ZeroDivisorsAndFailedNormalizationsKeepTheVector) {
   EXPECT_TRUE(tiny.NormalizeReturnNorm() == 5e-11 && tiny.z == 5e-11);
 }
 
-TEST(SMat, ComparisonThresholds) {
+TEST(SMat, ComparisonThresholdsAndTheLiteralTolerances) {
+  const std::pair<int, double> literal[] = {{3, 1e-7}, {4, 1e-6}, {5, 1e-5}, {7, 1e-3}, {-1, 1e-11}, {-12, 1e-22}};
+  for (auto [n, eps] : literal) EXPECT_EQ(EpsPow(n), eps) << n;
   EXPECT_TRUE(SMat().EqualsTo(SMat(1e-10, 0, 0)));
   EXPECT_FALSE(SMat() == SMat(Above(1e-10), 0, 0));
   EXPECT_TRUE(SMat(1, 2, 3).IsSame(SMat(-1, -2, -3), 0.0, true));
@@ -75,8 +74,7 @@ TEST(SMat, AngleBranchesAndThrow) {
   for (double c : {lim, Below(lim)}) {
     const SMat b(c, std::sqrt(1.0 - c * c), 0);
     ASSERT_EQ(b.Norm(), 1.0);
-    const double angle = SMat(1, 0, 0).Angle(b, 0.9999);
-    EXPECT_NEAR(angle, c == lim ? std::acos(c) : std::asin(b.y), 1e-15);
+    EXPECT_NEAR(SMat(1, 0, 0).Angle(b, 0.9999), c == lim ? std::acos(c) : std::asin(b.y), 1e-15);
   }
   EXPECT_EQ(SMat(1e-10, 0, 0).Angle(SMat(0, 1, 0), 1e-10), std::acos(0.0));  // eps == norm passes
   try {
@@ -117,11 +115,7 @@ TEST(SMat, Rotations) {
 }
 
 TEST(SMat, ProductsWithMatricesAndAliasing) {
-  Mat A(3, 3), B(3, 2);
-  A.SetToIdentity();
-  A.Set(0, 1, 2.0);
-  const double b[] = {1, 4, 2, 5, 3, 6};
-  B.Initze(b);
+  const Mat A = Make(3, 3, {1, 2, 0, 0, 1, 0, 0, 0, 1}), B = Make(3, 2, {1, 4, 2, 5, 3, 6});
   SMat v(1, 1, 1);
   v.Mult(A, B);  // B's second column (4, 5, 6)
   EXPECT_TRUE(v.Is(14, 5, 6));
