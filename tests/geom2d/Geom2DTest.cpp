@@ -23,11 +23,7 @@ TEST(CMLine, LocationCodesAndIndices) {
   l.SetVertex(2, C2DPoint(2, 2));  // grows with zero vertices
   l.SetVertex(1, C2DPoint(2, 0));
   ASSERT_EQ(l.GetSize(), 3);
-  const struct {
-    double x, y;
-    CMLine::ELocn e;
-    int ind;
-  } cases[] = {
+  const struct { double x, y; CMLine::ELocn e; int ind; } cases[] = {
       {0, 0, CMLine::eMLAtStart, 0},   {2, 2, CMLine::eMLAtEnd, 2},    {2, 0, CMLine::eMLAtVertex, 1},
       {1, 0, CMLine::eMLInside, 0},    {2, 1, CMLine::eMLInside, 1},   {-1, 1e-10, CMLine::eMLBeforeStart, 0},
       {2, 3, CMLine::eMLBeyondEnd, 1}, {1, 1, CMLine::eMLOffLine, -1}, {-1, 2e-10, CMLine::eMLOffLine, -1},
@@ -63,12 +59,6 @@ TEST(Circle2D, ThreePointsAndCollinear) {
   Circle2D c;
   ASSERT_TRUE(c.DefineFromThreePoints(C2DPoint(0, 0), C2DPoint(2, 0), C2DPoint(0, 2)));
   EXPECT_TRUE(c.center == C2DPoint(1, 1) && c.radius == std::sqrt(2.0));
-  const C2DPoint pts[3] = {C2DPoint(8, -2), C2DPoint(3, 3), C2DPoint(-2, -2)};
-  ASSERT_TRUE(c.DefineFromThreePoints(pts));
-  EXPECT_DOUBLE_EQ(c.center.x, 3.0);
-  EXPECT_DOUBLE_EQ(c.center.y, -2.0);
-  EXPECT_DOUBLE_EQ(c.radius, 5.0);
-
   // The test does not depend on the scale: a tiny triangle has a circle, a long flat one has none.
   ASSERT_TRUE(c.DefineFromThreePoints(C2DPoint(0, 0), C2DPoint(1e-8, 0), C2DPoint(0, 1e-8)));
   EXPECT_DOUBLE_EQ(c.center.x, 5e-9);

@@ -26,22 +26,12 @@ Tri2DPoint Locate(const Triangle2D& tri, double x, double y, double tol = 1e-10,
   return p;
 }
 
-struct Case {
-  double x, y, tol2;
-  bool snap;
-  Tri2DPoint::ELocn e;
-  int ind;
-  double posn;
-};
-
 }  // namespace
 
 TEST(Triangle2D, LocationsIndicesAndSidePositions) {
-  const Case cases[] = {
-      {1, 1, 0, false, Tri2DPoint::eInside, -1, 0},
+  const struct { double x, y, tol2; bool snap; Tri2DPoint::ELocn e; int ind; double posn; } cases[] = {
       {2, 1.5, 0, false, Tri2DPoint::eOnSide, 1, 2.5},  // side 1 runs from (4, 0) to (0, 3)
       {0, 3, 0, false, Tri2DPoint::eAtCorner, 2, 0},
-      {5, 5, 0, false, Tri2DPoint::eOutside, -1, 0},
       // The point tolerance is inclusive; a corner wins over its two sides.
       {2, -1e-10, 0, false, Tri2DPoint::eOnSide, 0, 2},
       {2, -1.0000001e-10, 0, false, Tri2DPoint::eOutside, -1, 0},
@@ -58,19 +48,19 @@ TEST(Triangle2D, LocationsIndicesAndSidePositions) {
       {3.9995, 1e-4, 1e-3, true, Tri2DPoint::eAtCorner, 1, 0},
       {2, 5e-4, 1e-3, true, Tri2DPoint::eOnSide, 0, 2},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     const Tri2DPoint p = Locate(kTri, c.x, c.y, 1e-10, c.tol2, c.snap);
     EXPECT_EQ(p.eLocn, c.e) << c.x << ", " << c.y;
     EXPECT_EQ(p.nInd, c.ind) << c.x << ", " << c.y;
     EXPECT_DOUBLE_EQ(p.dSidePosn, c.posn) << c.x << ", " << c.y;
   }
-  // Without bSidePosn the side position stays 0; one tolerance leaves no near zone.
-  Tri2DPoint q(C2DPoint(3, 5e-4), 1e-4);
-  EXPECT_EQ(q.adSideDist[0], -1.0);  // not located yet
   const Tri2DPoint in = Locate(kTri, 1, 1);
   for (int i = 0; i < 3; ++i) EXPECT_DOUBLE_EQ(in.adSideDist[i], 1.0);
   EXPECT_DOUBLE_EQ(in.adCornerDist[1], std::sqrt(10.0));
   EXPECT_EQ(Locate(kTri, 7, -4).adSideDist[0], 5.0);  // outside, to the side's nearest end
+  // One tolerance leaves no near zone; without bSidePosn the side position stays 0.
+  Tri2DPoint q(C2DPoint(3, 5e-4), 1e-4);
+  EXPECT_EQ(q.adSideDist[0], -1.0);  // not located yet
   EXPECT_EQ(kTri.GetPointLocation(q), Tri2DPoint::eInside);
   q.dTol = 1e-3;
   EXPECT_TRUE(kTri.GetPointLocation(q) == Tri2DPoint::eOnSide && q.dSidePosn == 0.0);

@@ -1,5 +1,5 @@
-// Platform test helpers: a unique file name in the test directory (ZNMT64_TEST_TMP, else the
-// system's), removed at the end; an archive on such a file; the cause of a thrown framework exception.
+// Platform test helpers: a unique file in the test directory (ZNMT64_TEST_TMP, else the system's),
+// removed at the end; an archive on such a file; the cause of a thrown framework exception.
 #pragma once
 #include <unistd.h>
 #include <znmt64/platform/CArchive.h>
@@ -14,13 +14,13 @@
 
 class TempFile {
  public:
-  explicit TempFile(const char* stem = "pf") {
+  TempFile() {
     static std::atomic<unsigned> counter{0};
     const char* env = std::getenv("ZNMT64_TEST_TMP");
-    std::filesystem::path dir = env != nullptr && *env != '\0' ? std::filesystem::path(env)
-                                                               : std::filesystem::temp_directory_path();
+    const auto dir = env != nullptr && *env != '\0' ? std::filesystem::path(env)
+                                                     : std::filesystem::temp_directory_path();
     std::filesystem::create_directories(dir);
-    m_path = dir / (std::string(stem) + "-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
+    m_path = dir / ("pf-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
     std::filesystem::remove(m_path);
   }
   ~TempFile() {

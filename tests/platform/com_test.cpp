@@ -2,19 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
 #include <cstring>
 #include <cwchar>
-#include <utility>
 
 namespace {
 struct CountedUnknown : IUnknown {
   ULONG refs = 1;
-  HRESULT QueryInterface(REFIID riid, void** ppv) override {
-    if (ppv == nullptr) return E_POINTER;
-    *ppv = riid == IID_IUnknown ? this : nullptr;
-    return *ppv != nullptr ? S_OK : E_NOINTERFACE;
-  }
+  HRESULT QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
   ULONG AddRef() override { return ++refs; }
   ULONG Release() override { return --refs; }
 };
@@ -30,8 +24,7 @@ TEST(Bstr, ByteLengthPrecedesTheCharactersAndCountsEmbeddedZeros) {
 
   const wchar_t text[] = {L'a', L'\0', L'b'};
   b = SysAllocStringLen(text, 3);
-  EXPECT_EQ(SysStringLen(b), 3u);
-  EXPECT_TRUE(b[2] == L'b' && b[3] == L'\0');
+  EXPECT_TRUE(SysStringLen(b) == 3u && b[2] == L'b' && b[3] == L'\0');
   SysFreeString(b);
   b = SysAllocStringLen(nullptr, 4);  // zero-filled room
   EXPECT_TRUE(SysStringLen(b) == 4u && b[0] == L'\0');
@@ -39,12 +32,6 @@ TEST(Bstr, ByteLengthPrecedesTheCharactersAndCountsEmbeddedZeros) {
 
   EXPECT_TRUE(SysAllocString(nullptr) == nullptr && SysStringLen(nullptr) == 0u);
   SysFreeString(nullptr);
-}
-
-TEST(Variant, LayoutAndCodesAreTheFrameworks) {
-  EXPECT_TRUE(sizeof(VARIANT) == 24u && offsetof(VARIANT, dblVal) == 8u);
-  const std::pair<int, int> codes[] = {{VT_EMPTY, 0}, {VT_I4, 3}, {VT_R8, 5}, {VT_BSTR, 8}, {VT_UNKNOWN, 13}};
-  for (auto [code, value] : codes) EXPECT_EQ(code, value);
 }
 
 // A leaked string would show under LeakSanitizer; the interface's count shows its releases.
@@ -65,12 +52,9 @@ TEST(Variant, ClearAndCopyOwnStringsAndCountInterfaces) {
   src.punkVal = &unk;
   ASSERT_EQ(VariantCopy(&dst, &src), S_OK);  // frees dst's string first
   EXPECT_EQ(unk.refs, 2u);
-  VariantClear(&dst);
-  EXPECT_EQ(VariantClear(&src), S_OK);
-  EXPECT_TRUE(unk.refs == 0u && src.vt == VT_EMPTY);
+  EXPECT_TRUE(VariantClear(&dst) == S_OK && VariantClear(&src) == S_OK && unk.refs == 0u && src.vt == VT_EMPTY);
 
   src.vt = VT_R8;
-  src.dblVal = 2.5;
   EXPECT_TRUE(VariantClear(&src) == S_OK && src.vt == VT_EMPTY);
   src.vt = VT_ARRAY | VT_I4;  // no array support: refused, left alone
   EXPECT_TRUE(VariantClear(&src) == DISP_E_BADVARTYPE && src.vt == (VT_ARRAY | VT_I4));

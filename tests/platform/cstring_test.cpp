@@ -8,21 +8,14 @@
 TEST(CString, ConstructorsClampAndBytesCompareUnsigned) {
   EXPECT_STREQ(CString(static_cast<const char*>(nullptr)), "");
   EXPECT_EQ(CString('x', 3) + CString('x', -1) + CString("abcdef", 2), "xxxab");
-  EXPECT_TRUE(CString("a") < CString("a\xE9"));  // as strcmp does
-  EXPECT_TRUE(CString("z") < CString("\xE9"));
+  EXPECT_TRUE(CString("a") < CString("a\xE9") && CString("z") < CString("\xE9"));  // as strcmp does
   EXPECT_FALSE(CString("z") < CString("z"));
-  EXPECT_EQ(CString("abc").MakeUpper(), "ABC");
 }
 
 TEST(CString, FormatHasPrintfSemanticsAndAnyLength) {
   CString s;
   s.Format("CLineal %08x", 0xBEEFu);
   EXPECT_EQ(s, "CLineal 0000beef");
-  s.Format("(%.6f, %.6f, %.6f) ", 1.0, -0.5, 2.0 / 3.0);
-  EXPECT_EQ(s, "(1.000000, -0.500000, 0.666667) ");
-  s.Format("%s", "");
-  s.AppendFormat("%d-%d", 1, 2);
-  EXPECT_EQ(s, "1-2");
   std::string big(100000, 'q');
   s.Format("<%s|%d>", big.c_str(), 42);
   EXPECT_EQ(s.str(), "<" + big + "|42>");
@@ -44,14 +37,12 @@ TEST(CString, SubStringsAndSearchesClampLikeTheFramework) {
 
 TEST(CString, ReleaseBufferTakesTheLengthToTheZeroOrAsGiven) {
   CString s("abc");
-  char* p = s.GetBuffer(10);
-  EXPECT_STREQ(p, "abc");
-  std::strcpy(p, "0123456789");
+  std::strcpy(s.GetBuffer(10) + 3, "3456789");  // the buffer starts with the text
   s.ReleaseBuffer();
-  EXPECT_EQ(s, "0123456789");
+  EXPECT_EQ(s, "abc3456789");
   s.GetBuffer()[2] = '\0';
   s.ReleaseBuffer();
-  EXPECT_EQ(s, "01");
+  EXPECT_EQ(s, "ab");
   std::memcpy(s.GetBufferSetLength(4), "wxyz", 4);
   s.ReleaseBuffer(3);
   EXPECT_EQ(s, "wxy");
@@ -69,8 +60,7 @@ TEST(CString, AllocSysStringDecodesUtf8WithLengthPrefix) {
   };
   // A, e-acute, euro sign, U+1F600.
   EXPECT_EQ(wide("A\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80"), (std::wstring{L'A', 0xE9, 0x20AC, 0x1F600}));
-  // Bytes that are not valid UTF-8 (a lone continuation byte, an overlong form, a truncated
-  // sequence) stand for themselves.
+  // Invalid UTF-8 (a lone continuation byte, an overlong form, a cut sequence) stands for itself.
   BSTR b = CString("\x80\xC0\xAFz\xE2\x82").AllocSysString();
   EXPECT_EQ(std::wstring(b, SysStringLen(b)), (std::wstring{0x80, 0xC0, 0xAF, L'z', 0xE2, 0x82}));
   SysFreeString(b);
