@@ -20,10 +20,9 @@ CMFrame Turned(const SMat& axis, double angle) {
 }  // namespace
 
 TEST(Rotation, TrivialAndFound) {
-  EXPECT_TRUE(Rotation().IsTrivial() && Rotation().Is(1.0, 0.0, 0.0) && Rotation().angle == 0.0);
-  EXPECT_TRUE(Rotation(0.0, 0.0, 1.0, 1e-11).IsTrivial() && Rotation(0.0, 0.0, 0.0, 1.0).IsTrivial());
-  const Rotation none(static_cast<const double*>(nullptr));
-  EXPECT_TRUE(none.Is(0.0, 0.0, 0.0) && none.angle == 0.0);
+  EXPECT_TRUE(Rotation().IsTrivial() && Rotation().Is(1.0, 0.0, 0.0) && Rotation(0.0, 0.0, 1.0, 1e-11).IsTrivial());
+  EXPECT_TRUE(Rotation(0.0, 0.0, 0.0, 1.0).IsTrivial());
+  EXPECT_TRUE(Rotation(static_cast<const double*>(nullptr)).Is(0.0, 0.0, 0.0));  // nothing read
 
   Rotation r;
   SMat x(1.0, 0.0, 0.0), y(0.0, 2.0, 0.0), x2(3.0, 0.0, 0.0), minus(-1.0, 0.0, 0.0);

@@ -1,5 +1,4 @@
 #include <znmt64/DynaModuleMatr.h>
-#include <znmt64/RenderContext2.h>
 
 #include <gtest/gtest.h>
 
@@ -11,9 +10,4 @@ TEST(ModuleEntry, RegisteredAsClientOfTheRegistry) {
   EXPECT_EQ(dynaModuleMatr.Execute(self), DM_E_NOTHANDLED);
   QC sphere(DMID_SPHERE, 1);
   EXPECT_EQ(dynaModuleMatr.Execute(sphere), DM_E_NOTLOADED);
-}
-
-TEST(RenderContext2, UnsetAfterConstruction) {
-  const RenderContext2 a;
-  EXPECT_TRUE(a.s1 == -1 && a.s2 == -1 && a.d1 == -1.0 && a.d2 == -1.0 && a.d3 == -1.0);
 }

@@ -32,9 +32,9 @@ class StdArray : public IPropertyArrayStd {
 
 TEST(PropertyArray2OI, CountsMoveTogether) {
   StdArray inner;
-  void* p = reinterpret_cast<void*>(0x5A5A);
+  void* p = kUntouched;
   EXPECT_EQ(PropertyArray2OI::Create(nullptr, &p), DISP_E_PARAMNOTOPTIONAL);
-  EXPECT_EQ(p, reinterpret_cast<void*>(0x5A5A));
+  EXPECT_EQ(p, kUntouched);
   EXPECT_EQ(PropertyArray2OI::Create(&inner, nullptr), DISP_E_PARAMNOTOPTIONAL);  // nothing leaks
 
   ASSERT_EQ(PropertyArray2OI::Create(&inner, &p), S_OK);

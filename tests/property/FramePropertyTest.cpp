@@ -12,7 +12,7 @@
 
 namespace {
 
-// Rounding of a few operations on values of the size of v.
+// Rounding of a few operations on values of that size.
 double Rounding(double size) { return 1e-13 * (1.0 + size); }
 
 }  // namespace
@@ -46,13 +46,10 @@ RC_GTEST_PROP(FrameProperty, InverseComposedWithTheFrameIsTheIdentity, ()) {
   CMFrame inv = f;
   inv.Invert();
   const double tol = Rounding(f.origin.Norm()) * 10.0;
-  for (const CMFrame& id : {f * inv, inv * f}) {
+  for (CMFrame id : {f * inv, inv * f}) {
     RC_ASSERT(id.origin.IsZero(tol));
-    for (int k = 0; k < 3; ++k) {
-      SMat e;
-      e[k] = 1.0;
-      RC_ASSERT(id.axes[k].IsSame(e, 1e-13));
-    }
+    id.origin.SetAll(0.0);
+    RC_ASSERT(id.IsSame(CMFrame(), 1e-13));  // the axes
   }
   // The inverse undoes the frame on points as well.
   const SMat p0 = *prop::Point(prop::Coordinate(1e3));
@@ -101,9 +98,7 @@ RC_GTEST_PROP(RotationProperty, TurnedFramesStayValidAndRigid, ()) {
     case 1: f.Rotate(*prop::Direction(), angle); break;
     default: {
       const SMat axis = *prop::Direction();
-      Rotation r(axis.x, axis.y, axis.z, angle);
-      f.Rotate(r);
-      break;
+      f.Rotate(Rotation(axis.x, axis.y, axis.z, angle));
     }
   }
   RC_ASSERT(f.IsValid());

@@ -7,29 +7,21 @@
 
 #include "QueryMix.h"
 
-namespace {
-
-// Bytes the allocator has handed out and not got back.
-std::size_t HeapInUse() { return mallinfo2().uordblks; }
-
-}  // namespace
-
 TEST(LongRun, AMillionMixedQueriesKeepTheHeapFlat) {
-  // The sanitizers' allocators do not report through mallinfo2, and their speed would make this a
-  // long test: there it runs a short session (leaks are then the leak checker's to find).
+  // The sanitizers' allocators do not report through mallinfo2: there a short session runs, and
+  // leaks are the leak checker's to find.
   const long total = kUnderSanitizer ? 20'000 : 1'000'000;
   QueryMix mix(7);
   mix.Run(0, 10 * QueryMix::kKinds);  // warm-up: allocator pools, the 2D module's statics
-  const std::size_t before = HeapInUse();
+  const std::size_t before = mallinfo2().uordblks;
   std::uint64_t h = 0;
   long done = 0;
   for (long i = 0; done < total; ++i) {
-    // The costly kinds in one round of fifty, as a session asks them.
-    if (QueryMix::IsHeavy(i) && (i / QueryMix::kKinds) % 50 != 0) continue;
+    if (QueryMix::IsHeavy(i) && (i / QueryMix::kKinds) % 50 != 0) continue;  // one round in fifty
     h = h * 31 + mix.Run(i);
-    // Checked along the way, so that growth shows where it starts and not only at the end.
+    // Checked along the way, so that growth shows where it starts.
     if (++done % 10'000 == 0 && !kUnderSanitizer) {
-      ASSERT_LE(HeapInUse(), before + 64 * 1024) << "after " << done << " queries";
+      ASSERT_LE(mallinfo2().uordblks, before + 64 * 1024) << "after " << done << " queries";
     }
   }
   EXPECT_NE(h, 0u);

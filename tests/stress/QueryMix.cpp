@@ -64,9 +64,7 @@ QueryMix::~QueryMix() { ::unlink(m_file.c_str()); }
 
 // A value in [-4, 4) that depends on the query, the slot and the seed.
 double QueryMix::Value(long i, int k) const {
-  const unsigned long h = (static_cast<unsigned long>(i) * 2654435761UL + static_cast<unsigned long>(k) * 40503UL +
-                           static_cast<unsigned long>(m_seed) * 9973UL) %
-                          65536UL;
+  const unsigned long h = (2654435761UL * i + 40503UL * k + 9973UL * m_seed) % 65536UL;
   return static_cast<double>(h) / 8192.0 - 4.0;
 }
 

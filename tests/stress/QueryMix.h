@@ -1,28 +1,23 @@
 // The mix of queries a long CAD session makes, on objects of its own: the thread test runs one mix
-// per thread at once, the long-run test runs one for a million queries.
+// per thread at once, the long-run test one mix for a million queries.
 #pragma once
 #include <cstdint>
 #include <string>
 
 class QueryMix {
  public:
-  // seed varies the inputs; two mixes of the same seed give the same results.
-  explicit QueryMix(int seed);
+  explicit QueryMix(int seed);  // two mixes of one seed give the same results
   ~QueryMix();
   QueryMix(const QueryMix&) = delete;
   QueryMix& operator=(const QueryMix&) = delete;
 
-  // Runs query number i (the kinds take turns) and returns a hash of everything it produced.
+  // A hash of everything query i produced (the kinds take turns), or of queries first … first + count − 1.
   std::uint64_t Run(long i);
-  // Runs queries first … first + count − 1 and combines their hashes.
   std::uint64_t Run(long first, long count);
 
   static constexpr int kKinds = 14;
   // The solver, XML and file queries cost a hundred times the others; a session asks them rarely.
-  static bool IsHeavy(long i) {
-    const long kind = i % kKinds;
-    return kind == 8 || kind == 10 || kind == 13;
-  }
+  static bool IsHeavy(long i) { return i % kKinds == 8 || i % kKinds == 10 || i % kKinds == 13; }
 
  private:
   double Value(long i, int k) const;
@@ -30,17 +25,11 @@ class QueryMix {
   std::string m_file;  // this mix's own scratch file
 };
 
-// True when built with AddressSanitizer or ThreadSanitizer, whose allocators and speed make the
-// long runs pointless.
-constexpr bool kUnderSanitizer =
+// The sanitizers' allocators and speed make the long runs pointless.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    true;
+constexpr bool kUnderSanitizer = true;
 #elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-    true;
+constexpr bool kUnderSanitizer = __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
 #else
-    false;
-#endif
-#else
-    false;
+constexpr bool kUnderSanitizer = false;
 #endif

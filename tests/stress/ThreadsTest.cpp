@@ -1,7 +1,7 @@
-// The library's queries from several threads at once, each on objects of its own. No member takes
-// a lock, so this is clean only as long as nothing but Triangle3D::GetPointLocation2 touches shared
-// state: run under ThreadSanitizer (the tsan preset), a shared cache or counter shows as a race,
-// and in any build each thread's results must be those of one thread alone.
+// The library's queries from several threads at once, each on objects of its own. No member takes a
+// lock, so nothing but Triangle3D::GetPointLocation2 may touch shared state: under ThreadSanitizer
+// (the tsan preset) a shared cache or counter shows as a race, and in any build as results that
+// differ from those of one thread alone.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -15,10 +15,10 @@ namespace {
 
 constexpr long kRounds = kUnderSanitizer ? 20 : 400;
 
-// Every kind of query, round after round, starting at kind `first` so that sessions started at
+// Every kind of query, round after round, starting at kind `first`, so that sessions started at
 // different kinds run unlike queries at the same moment.
 std::uint64_t Session(int seed, int first) {
-  QueryMix mix(seed);  // objects and a scratch file of its own
+  QueryMix mix(seed);
   std::uint64_t h = 0;
   for (long r = 0; r < kRounds; ++r) h = h * 31 + mix.Run(r * QueryMix::kKinds + first, QueryMix::kKinds);
   return h;
@@ -37,8 +37,7 @@ std::vector<std::uint64_t> OnThreads(int n, const std::function<std::uint64_t(in
 
 TEST(Threads, ConcurrentQueriesOnDistinctObjectsGiveTheResultsOfOneThread) {
   const std::uint64_t alone = Session(1, 0);
-  const std::vector<std::uint64_t> got = OnThreads(4, [](int) { return Session(1, 0); });
-  for (std::size_t t = 0; t < got.size(); ++t) EXPECT_EQ(got[t], alone) << "thread " << t;
+  EXPECT_EQ(OnThreads(4, [](int) { return Session(1, 0); }), std::vector<std::uint64_t>(4, alone));
 }
 
 TEST(Threads, EveryKindOfQueryRunsAtOnceWithTheOthers) {
