@@ -22,12 +22,8 @@ void ExpectW(const Bar& b, double w0, double w1, double w2) {
 
 TEST(Bar, CornersBorderPointsAndCombinations) {
   Bar b = W(7, 8, 9);
-  b.SetCorner(3);
-  ExpectW(b, 1, 0, 0);
   b.SetCorner(5);
   ExpectW(b, 0, 0, 1);
-  b.SetEdgeVert(1, 2);
-  ExpectW(b, 0.5, 0.5, 0);
   b.SetEdgeVert(5, 2);  // from corner 2 back towards corner 0
   ExpectW(b, 0.5, 0, 0.5);
   b.SetEdgeVert(6, 2);
@@ -35,7 +31,6 @@ TEST(Bar, CornersBorderPointsAndCombinations) {
   b.SetEdgeVert(4, 3);
   ExpectW(b, 0, 2.0 / 3, 1.0 / 3);
   b.SetEdgeVert(1, 0);  // no division: nothing changes
-  b.SetEdgeVert(1, -1);
   ExpectW(b, 0, 2.0 / 3, 1.0 / 3);
 
   Bar a = W(1, 0, 0);
@@ -50,8 +45,6 @@ TEST(Bar, CornerAndSideTests) {
   EXPECT_EQ(W(0, 0, 1 - 2e-10).GetCorner(1e-10), -1);
 
   EXPECT_FALSE(W(0.5, 0.5, 0).IsInsideOpen(1e-10) || W(0.5, 0.5, 0).IsOutsideClosed(1e-10));  // on a side
-  EXPECT_TRUE(W(0.2, 0.3, 0.5).IsInsideOpen(1e-10));
-  EXPECT_FALSE(W(0.2, 0.3, 0.5).IsInsideOpen(0.2));
-  EXPECT_FALSE(W(1.1, 0, -5e-11).IsOutsideClosed(1e-10));
-  EXPECT_TRUE(W(1.1, 0, -2e-10).IsOutsideClosed(1e-10));
+  EXPECT_TRUE(W(0.2, 0.3, 0.5).IsInsideOpen(1e-10) && !W(0.2, 0.3, 0.5).IsInsideOpen(0.2));
+  EXPECT_TRUE(!W(1.1, 0, -5e-11).IsOutsideClosed(1e-10) && W(1.1, 0, -2e-10).IsOutsideClosed(1e-10));
 }

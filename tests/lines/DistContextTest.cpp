@@ -4,10 +4,8 @@
 
 TEST(DistContext, FreshRecordAndLimit) {
   const DistContext c;
-  EXPECT_EQ(c.dDist, 1e307);
-  EXPECT_TRUE(c.IsCloser());  // 1e307 > -1
-  EXPECT_FALSE(c.IsOperCloser() || c.IsNeedPoints());
-  EXPECT_FALSE(c.IsValid());        // two null places are not two places
+  EXPECT_TRUE(c.dDist == 1e307 && c.IsCloser());  // 1e307 > -1
+  EXPECT_FALSE(c.IsOperCloser() || c.IsNeedPoints() || c.IsValid());  // two null places are not two
   EXPECT_EQ(c.IsCloserD(), 1e307);  // beyond 1e306 the distance itself comes back
 
   DistContext limited(0.5);
@@ -51,10 +49,8 @@ TEST(DistContext, UpdateAndInsert) {
   sub.nCount = 4;
   sub.abFlag[0] = sub.abFlag[1] = true;
   sub.anInd[0] = 1;
-  EXPECT_TRUE(c.Insert(sub));
-  EXPECT_TRUE(c.dDist == 2.0 && c.aPts[2].x == 6.0 && c.nCount == 4 && c.abFlag[0]);
-  EXPECT_FALSE(c.abFlag[1]);  // not merged
-  EXPECT_EQ(c.anInd[0], -1);
+  EXPECT_TRUE(c.Insert(sub) && c.dDist == 2.0 && c.aPts[2].x == 6.0 && c.nCount == 4 && c.abFlag[0]);
+  EXPECT_TRUE(!c.abFlag[1] && c.anInd[0] == -1);  // not merged
   EXPECT_FALSE(c.Insert(sub));  // not strictly closer
 }
 

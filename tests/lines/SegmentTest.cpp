@@ -1,12 +1,10 @@
 #include <znmt64/CPlane.h>
 #include <znmt64/CSegment.h>
 
-#include <znag64/Section.h>
 #include <znbl64/PCExBase.h>
 #include <znbl64/Range.h>
 
 #include <cmath>
-#include <string>
 
 #include "LinesTestUtil.h"
 
@@ -14,20 +12,11 @@ namespace {
 const CSegment kX10(SMat(0, 0, 0), SMat(10, 0, 0));
 }
 
-TEST(CSegment, EndsAndParameters) {
+TEST(CSegment, DegenerateEndsAndLocation) {
   CSegment s(SMat(1, 1, 1), SMat(1, 1, 1));
-  EXPECT_EQ(s.length, 0.0);
-  ExpectVec(s.dir, 0, 0, 0);  // the raw difference
-  EXPECT_TRUE(s.SetQ(1, 4, 5) && s.length == 5.0);
-  ExpectVec(s.dir, 0, 0.6, 0.8);
+  EXPECT_TRUE(s.length == 0.0 && Near(s.dir, 0, 0, 0));  // the raw difference
+  EXPECT_TRUE(kX10.IsInRangeParam(-1e-10) && !kX10.IsInRangeParam(10.0 + 1e-10));
 
-  CSegment t = kX10;
-  t.TranslateP(2.0);  // P moves, Q stays
-  EXPECT_TRUE(t.origin.x == 2.0 && t.length == 8.0);
-  EXPECT_TRUE(t.IsInRangeParam(-1e-10) && !t.IsInRangeParam(8.0 + 1e-10));
-}
-
-TEST(CSegment, Location) {
   // The off-line test compares |s| with the distance from P: 5 along, 1e-6 off passes, 1e-4 not.
   EXPECT_EQ(kX10.GetLocation(SMat(5, 1e-6, 0), 1e-10), CSegment::eSegInside);
   EXPECT_EQ(kX10.GetLocation(SMat(5, 1e-4, 0), 1e-10), CSegment::eSegOffLine);
@@ -52,15 +41,12 @@ TEST(CSegment, Location) {
   // The 2D polyline codes: off-line goes out as 8 and does not come back.
   EXPECT_EQ(CSegment::LocSegmToMLine(CSegment::eSegOffLine), CMLine::eMLOffLine);
   EXPECT_EQ(CSegment::LocnMLineToSegm(CMLine::eMLOffLine), CSegment::eSegUndefined);
-  EXPECT_EQ(CSegment::LocSegmToMLine(CSegment::eSegBeforeP), CMLine::eMLBeforeStart);
-  EXPECT_EQ(CSegment::LocnMLineToSegm(CMLine::eMLBeyondEnd), CSegment::eSegBeyondQ);
 }
 
 TEST(CSegment, PointAndLineDistances) {
   SMat foot;
   SegmentPoint sp[2];
-  EXPECT_EQ(kX10.Dist(SMat(-3, 4, 0), &foot, sp), 5.0);
-  ExpectVec(foot, 0, 0, 0);
+  EXPECT_TRUE(kX10.Dist(SMat(-3, 4, 0), &foot, sp) == 5.0 && Near(foot, 0, 0, 0));
   EXPECT_TRUE(sp[0].kind == CSegment::eSegAtP && sp[0].t == 0.0 && sp[0].len == 10.0);
   EXPECT_EQ(kX10.Dist(SMat(-3, 4, 0)), 4.0);  // two arguments: the carrier line's distance
   double d = 0.0;
@@ -71,12 +57,10 @@ TEST(CSegment, PointAndLineDistances) {
 
   // Against a line: crossing above the middle, then beyond Q with the segment's point clamped.
   SMat p1, p2;
-  EXPECT_EQ(kX10.SquareDist(Line(4, -5, 2, 0, 1, 0), &p1, &p2, sp), 4.0);
-  ExpectVec(p2, 4, 0, 2);
+  EXPECT_TRUE(kX10.SquareDist(Line(4, -5, 2, 0, 1, 0), &p1, &p2, sp) == 4.0 && Near(p2, 4, 0, 2));
   EXPECT_TRUE(sp[0].kind == CSegment::eSegInside && sp[1].t == 5.0 && sp[1].len == 1e307);
   EXPECT_DOUBLE_EQ(kX10.Dist(Line(13, 0, 2, 0, 1, 0), &p1, &p2, sp), std::sqrt(13.0));
-  ExpectVec(p1, 10, 0, 0);
-  EXPECT_EQ(sp[0].kind, CSegment::eSegAtQ);
+  EXPECT_TRUE(Near(p1, 10, 0, 0) && sp[0].kind == CSegment::eSegAtQ);
 
   // With record 1's flag set, parallel lines answer at once.
   sp[0].Reset();
@@ -96,28 +80,21 @@ TEST(CSegment, SegmentDistances) {
   const CSegment unit(SMat(0, 0, 0), SMat(1, 0, 0));
   SMat p1, p2;
   SegmentPoint sp[2];
-  // Parallel segments apart along their line: from the first foot to o's P, not from this
-  // segment's Q (one-sided clamping).
+  // Parallel and apart along their line: from the first foot to o's P, not from Q (one-sided).
   EXPECT_DOUBLE_EQ(unit.DistSegm(CSegment(SMat(5, 1, 0), SMat(6, 1, 0)), &p1, &p2, sp), std::sqrt(26.0));
-  ExpectVec(p1, 0, 0, 0);
-  ExpectVec(p2, 5, 1, 0);
-  EXPECT_EQ(sp[1].kind, CSegment::eSegAtP);
+  EXPECT_TRUE(Near(p1, 0, 0, 0) && Near(p2, 5, 1, 0) && sp[1].kind == CSegment::eSegAtP);
   EXPECT_DOUBLE_EQ(unit.SquareDistSegment(CSegment(SMat(5, 1, 0), SMat(6, 1, 0))), 26.0);
 
   // Crossing segments, one above the other.
   EXPECT_DOUBLE_EQ(kX10.DistSegm(CSegment(SMat(1, -1, 1), SMat(1, 1, 1)), &p1, &p2, sp), 1.0);
-  ExpectVec(p1, 1, 0, 0);
-  ExpectVec(p2, 1, 0, 1);
-  EXPECT_TRUE(sp[1].kind == CSegment::eSegInside && sp[1].len == 2.0);
+  EXPECT_TRUE(Near(p1, 1, 0, 0) && Near(p2, 1, 0, 1) && sp[1].kind == CSegment::eSegInside && sp[1].len == 2.0);
 
   // o's nearest point beyond its Q: p2 is clamped to o's Q, p1 stays at the foot.
   const CSegment shortO(SMat(3, -5, 2), SMat(3, -4, 2));
   EXPECT_DOUBLE_EQ(kX10.DistSegm(shortO, &p1, &p2, sp), std::sqrt(20.0));
-  ExpectVec(p2, 3, -4, 2);
-  EXPECT_TRUE(sp[1].kind == CSegment::eSegAtQ && sp[1].t == 1.0);
+  EXPECT_TRUE(Near(p2, 3, -4, 2) && sp[1].kind == CSegment::eSegAtQ && sp[1].t == 1.0);
   EXPECT_DOUBLE_EQ(kX10.SquareDistSegment(shortO), 20.0);
-  EXPECT_EQ(kX10.SquareDistSegment(CSegment(SMat(2, 0, 0), SMat(3, 0, 0)), &p1, &p2), 0.0);  // lies on it
-  ExpectVec(p2, 2, 0, 0);
+  EXPECT_TRUE(kX10.SquareDistSegment(CSegment(SMat(2, 0, 0), SMat(3, 0, 0)), &p1, &p2) == 0.0 && Near(p2, 2, 0, 0));
 }
 
 TEST(CSegment, Intersections) {
@@ -127,15 +104,13 @@ TEST(CSegment, Intersections) {
   CLineal::ELinePosn posn = CLineal::eLinePosnUnknown;
   EXPECT_EQ(unit.GetIntesection(Line(2, -1, 0, 0, 1, 0), p, t, &posn), eNikNo);  // at parameter 2
   EXPECT_EQ(posn, CLineal::eIntersecting);
-  EXPECT_EQ(unit.GetIntesection(Line(0.5, -1, 0, 0, 1, 0), p), eNikYes);
-  ExpectVec(p, 0.5, 0, 0);
+  EXPECT_TRUE(unit.GetIntesection(Line(0.5, -1, 0, 0, 1, 0), p) == eNikYes && Near(p, 0.5, 0, 0));
   EXPECT_EQ(unit.GetIntesection(Line(0.5, -1, 1, 0, 1, 0), p), eNikNo);  // skew
   EXPECT_EQ(unit.GetIntesection(Line(0, 1, 0, 1, 0, 0), p, t), eNikUndefined);
   EXPECT_EQ(t[0], 1e307);
   // Coincident: p becomes P, t the parameters of P and Q on the line, in the line's sense.
   EXPECT_EQ(unit.GetIntesection(Line(5, 0, 0, -1, 0, 0), p, t, &posn), eNikUndefined);
-  ExpectVec(p, 0, 0, 0);
-  EXPECT_TRUE(posn == CLineal::eCoincident && t[0] == 5.0 && t[1] == 4.0);
+  EXPECT_TRUE(Near(p, 0, 0, 0) && posn == CLineal::eCoincident && t[0] == 5.0 && t[1] == 4.0);
 
   SegmentPoint sp[2];
   EXPECT_EQ(kX10.GetIntesection(CSegment(SMat(3, -1, 0), SMat(3, 1, 0)), p, sp), eNikYes);
@@ -162,32 +137,16 @@ TEST(PointArray, PolylineQueries) {
   a.Set(pts, 1);
   EXPECT_EQ(a.Dist(SMat(3, 4, 0)), 5.0);  // one point
   a.Set(pts, 3);
-  EXPECT_EQ(a.GetMaxInd(), 2);
   SMat near;
-  EXPECT_EQ(a.Dist(SMat(6, 1, 0), &near), 2.0);
-  ExpectVec(near, 4, 1, 0);
+  EXPECT_TRUE(a.Dist(SMat(6, 1, 0), &near) == 2.0 && Near(near, 4, 1, 0));
   CSegment s;
   EXPECT_TRUE(a.GetSegment(1, s) && s.length == 3.0);
 
-  PCExBase out;
-  out.StartStoring();
-  ASSERT_TRUE(a.PersistXML(out));
-  std::string xml;
-  ASSERT_TRUE(out.SaveString(xml));
-  PCExBase in;
-  ASSERT_TRUE(in.LoadString(xml.c_str()));
   PointArray b;
-  ASSERT_TRUE(b.PersistXML(in));
+  ASSERT_TRUE(XmlRoundTrip(a, b));
   ASSERT_EQ(b.GetSize(), 3);
-  ExpectVec(b[2], 4, 3, 0, 0.0);
+  EXPECT_TRUE(Near(b[2], 4, 3, 0, 0.0));
   PCExBase bad;
   ASSERT_TRUE(bad.LoadString("<Pa N=\"2\" P=\"1 2 3\" />"));
   EXPECT_TRUE(!b.PersistXML(bad) && b.GetSize() == 3);  // unchanged
-
-  ISection* sec = a.CreateDump();
-  ASSERT_NE(sec, nullptr);
-  char caption[64] = {};
-  sec->GetCaption(caption, sizeof caption);
-  EXPECT_EQ(std::string(caption).rfind("path ", 0), 0u);
-  sec->Release();
 }

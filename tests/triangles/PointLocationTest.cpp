@@ -33,19 +33,16 @@ TEST(PointLocation, CodesAndTheirTolerances) {
     const double* normal = nullptr;
     double tol = 1e-10;
   } cases[] = {
-      {t, SMat(0.5, 0.5, 0), L::eInside},          {t, SMat(1, 1, 0), L::eOnSide},
-      {t, SMat(2, 0, 0), L::eAtCorner},            {t, SMat(3, 3, 0), L::eOutside},
-      {t, SMat(0.5, 0.5, 2e-10), L::eOffPlane},    {t, SMat(0.5, 0.5, 5e-11), L::eInside},
+      {t, SMat(0.5, 0.5, 0), L::eInside},       {t, SMat(2, 0, 0), L::eAtCorner},
+      {t, SMat(3, 3, 0), L::eOutside},          {tilted, SMat(0.5, 0, 0.5), L::eOnSide},
+      {t, SMat(0.5, 0.5, 2e-10), L::eOffPlane}, {t, SMat(0.5, 0.5, 5e-11), L::eInside},
       // The 2D point tolerance is 1e-8; the near zone opens only with a larger tol.
-      {t, SMat(0.5, 5e-9, 0), L::eOnSide},         {t, SMat(0.5, 2e-8, 0), L::eInside},
+      {t, SMat(0.5, 5e-9, 0), L::eOnSide},      {t, SMat(0.5, 2e-8, 0), L::eInside},
       {t, SMat(0.5, 1e-4, 0), L::eNearSide, nullptr, 1e-3},
-      {sliver, SMat(0.5, 0, 0), L::eFlat},         {kLine, SMat(0.5, 0, 0), L::eUndetermined},
-      {kLine, SMat(0.5, 0, 0), L::eUndetermined, up},  // a plane, no frame
+      {sliver, SMat(0.5, 0, 0), L::eFlat},      {kLine, SMat(0.5, 0, 0), L::eUndetermined, up},  // no frame
       // The plane test takes pNormal, else the cached normal, else the triangle's own.
-      {t, SMat(0.5, 0.5, 0), L::eOffPlane, x},     {cached, SMat(0.5, 0.5, 0), L::eOffPlane},
-      {cached, SMat(0.5, 0.5, 0), L::eInside, up}, {tilted, SMat(0.5, 0, 0.5), L::eOnSide},
-      {tilted, SMat(1, 1, -1), L::eOutside},
-  };
+      {t, SMat(0.5, 0.5, 0), L::eOffPlane, x},  {cached, SMat(0.5, 0.5, 0), L::eOffPlane},
+      {cached, SMat(0.5, 0.5, 0), L::eInside, up}};
   for (const auto& c : cases)
     EXPECT_EQ(c.tri.GetPointLocation(c.p, c.normal, c.tol), c.locn) << c.p.x << " " << c.p.y << " " << c.p.z;
 
@@ -102,8 +99,6 @@ TEST(PointLocation, RecordsResetAndCopyByTheirRules) {
   p.m_eLocn = q.m_eLocn = L::eOnSide;
   q.m_nInd = 1;
   EXPECT_TRUE(!p.IsSame(q) && p.IsSame2(q));
-  EXPECT_TRUE(L::IntToLocn(6) == L::eOffPlane && L::IntToLocn(7) == L::eUndetermined);
-  EXPECT_EQ(L::Location2DTo3D(Tri2DPoint::eDegenerate), L::eFlat);
 }
 
 TEST(PointLocation, SnappingToSidesAndCorners) {
@@ -116,8 +111,6 @@ TEST(PointLocation, SnappingToSidesAndCorners) {
   sp.m_pt.Set(1, 0.1, 0);
   EXPECT_TRUE(sp.StickToSideModify(0, kRight));  // away from the ends a side wins, corner or not
   EXPECT_TRUE(sp.m_eLocn == L::eOnSide && sp.dSidePosn == 1.0);
-  sp.StickToCornerModify(kRight, 2);
-  EXPECT_EQ(sp.m_pt, SMat(0, 2, 0));
 
   const double cornerTol[3] = {1e-5, 1e-5, 1e-5};
   SimplPoint g(SMat(0.3, 0.3, 0));
