@@ -106,10 +106,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (INT_PTR k = 0; same && k < o.pa.GetSize(); ++k) same = fuzz::SameBits(again.pa[k], o.pa[k]);
     fuzz::Check(same, "point array round trip");
   }
-  // Loading normalises X and Y and rebuilds Z, so a valid frame comes back within rounding.
+  // Loading normalises X and Y and rebuilds Z, so a valid frame's axes come back within rounding.
+  // The origin is stored as read, infinities included, where IsSame could never hold.
   if ((mask & 2) && o.fOk) {
     fuzz::Check(again.fOk, "frame element lost");
-    if (o.f.IsValid()) fuzz::Check(again.f.IsSame(o.f, 1e-12), "frame round trip");
+    bool same = fuzz::SameBits(again.f.origin, o.f.origin);
+    for (int k = 0; k < 3; ++k) same = same && again.f.axes[k].IsSame(o.f.axes[k], 1e-12);
+    if (o.f.IsValid()) fuzz::Check(same, "frame round trip");
   }
   return 0;
 }

@@ -6,6 +6,8 @@
 #
 #   bash fuzz/run.sh [seconds per target] [target ...]     (default: 60 s, every target)
 #   e.g. bash fuzz/run.sh 600 geometry
+# FUZZ_SEED fixes libFuzzer's random seed (default 0: a new one each run). The test command fixes
+# it, so that a gate that passed once passes again on the same code, up to how far it gets in time.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 secs=${1:-60}
@@ -20,7 +22,7 @@ status=0
 for t in "${targets[@]}"; do
   mkdir -p "build/fuzz/corpus/$t" "fuzz/corpus/$t"
   log="build/fuzz/logs/$t.log"
-  if "$bin/fuzz_$t" -max_total_time="$secs" -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 \
+  if "$bin/fuzz_$t" -max_total_time="$secs" -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 -seed="${FUZZ_SEED:-0}" \
        -artifact_prefix="build/fuzz/findings/$t-" "build/fuzz/corpus/$t" "fuzz/corpus/$t" >"$log" 2>&1; then
     echo "fuzz_$t: $(grep -Eo 'stat::number_of_executed_units: *[0-9]+' "$log" | grep -Eo '[0-9]+$') runs in ${secs}s, no finding"
   else
