@@ -34,6 +34,11 @@ TEST(Rotation, TrivialAndFound) {
   ASSERT_TRUE(r.FindRotation(a, b));
   a.Rotate(r, r.angle);
   EXPECT_TRUE(a.IsSameDirection(b, 1e-12));
+  // Either direction may be the rotation's own axis, which the cross product overwrites.
+  Rotation own(1.0, 0.0, 0.0, 0.3);
+  EXPECT_TRUE(own.FindRotation(own, y) && own == Rotation(0.0, 0.0, 1.0, kPi / 2));
+  own = Rotation(0.0, 1.0, 0.0, 0.3);
+  EXPECT_TRUE(own.FindRotation(x, own) && own == Rotation(0.0, 0.0, 1.0, kPi / 2));
 }
 
 TEST(Rotation, FromFrameInEveryBranch) {
